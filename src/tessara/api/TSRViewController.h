@@ -1,0 +1,66 @@
+#pragma once
+
+#include "tessara/api/TSRDelegate.h"
+#include "tessara/documents/SubmissionJSON.h"
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+namespace tessara {
+
+class TSRNavigationViewController;
+
+// Base of every step screen and of the root screen. A screen owns a copy of its step
+// document (`ui`), holds the host delegate weakly, and remembers the step it replaced.
+// Main thread only.
+class TSRViewController : public QWidget {
+    Q_OBJECT
+public:
+    explicit TSRViewController(QWidget* parent = nullptr);
+    ~TSRViewController() override;
+
+    std::optional<SubmissionJSON> ui;
+    std::optional<QString> previousDirectionId;
+
+    // The host delegate, or nullptr once the host destroyed it. Held weakly.
+    TSRDelegate* formDelegate() const;
+    void setFormDelegate(TSRDelegate* delegate);
+
+    // Chooses the screen for `document` by its type; fatal when the type is absent.
+    // The new screen gets this screen's delegate and, as previousDirectionId, this
+    // screen's ui.directionId.
+    virtual std::unique_ptr<TSRViewController> makeStepController(const SubmissionJSON& document);
+
+    // Replaces the whole navigation stack with the screen made for `document`.
+    virtual void transitionToStep(const SubmissionJSON& document);
+
+    // The navigation screen this screen is shown in, if any.
+    TSRNavigationViewController* navigationController() const;
+
+    // Title and right bar item that the navigation bar shows for this screen.
+    QString navigationTitle() const { return navigationTitle_; }
+    void setNavigationTitle(const QString& title);
+    QWidget* rightBarItem() const { return rightBarItem_; }
+    // Takes ownership (the widget is reparented to this screen until the bar shows it).
+    void setRightBarItem(QWidget* item);
+
+    // Dismisses the screen (animated fade, then deleted) and at once tells the delegate,
+    // if still there, on which step the user closed. Fatal when a delegate exists and
+    // ui or ui.directionId is absent.
+    void dismissAndReportClose();
+
+Q_SIGNALS:
+    void navigationItemChanged();
+
+private:
+    QPointer<QObject> delegateObject_;
+    TSRDelegate* delegate_ = nullptr;
+    QString navigationTitle_;
+    QPointer<QWidget> rightBarItem_;
+};
+
+} // namespace tessara

@@ -1,0 +1,135 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+
+#include <cmath>
+#include <limits>
+#include <optional>
+
+namespace tessara {
+
+// The look of every SDK screen. The host creates one (all defaults), changes what it
+// wants and hands it to Tessara, or edits Tessara::appearance() directly. Screens read
+// the global instance when they style a view; nothing is restyled afterwards.
+// Not-a-number in a length means "unset". Main thread only.
+class TSRAppearance {
+public:
+    // How text inputs draw their frame. `none` lets the SDK draw corner radius, border
+    // and background from the input properties below.
+    enum class InputBorderStyle { none = 0, line = 1, bezel = 2, roundedRect = 3 };
+    enum class ButtonSize { mini, small, medium, large };
+    enum class ButtonCornerStyle { dynamic, fixed, capsule, large, medium, small };
+
+    TSRAppearance();
+
+    // Colours left at their default follow the light or dark style of the palette at the
+    // moment they are read; a colour the host sets is used as it is.
+    QColor tintColor() const;
+    void setTintColor(const QColor& c) { tintColor_ = c; }
+    QColor backgroundColor() const;
+    void setBackgroundColor(const QColor& c) { backgroundColor_ = c; }
+    QColor textColor() const;
+    void setTextColor(const QColor& c) { textColor_ = c; }
+    QFont font() const { return font_; }
+    void setFont(const QFont& f) { font_ = f; }
+    QFont navigationTitleFont() const { return navigationTitleFont_; }
+    void setNavigationTitleFont(const QFont& f) { navigationTitleFont_ = f; }
+    bool showCloseButton() const { return showCloseButton_; }
+    void setShowCloseButton(bool show) { showCloseButton_ = show; }
+
+    InputBorderStyle inputBorderStyle() const { return inputBorderStyle_; }
+    void setInputBorderStyle(InputBorderStyle s) { inputBorderStyle_ = s; }
+    double inputBorderWidth() const { return inputBorderWidth_; }
+    void setInputBorderWidth(double w) { inputBorderWidth_ = w; }
+    // Default: white at 20 % in the dark style, black at 20 % otherwise.
+    QColor inputBorderColor() const;
+    void setInputBorderColor(const QColor& c) { inputBorderColor_ = c; }
+    QColor inputBackgroundColor() const;
+    void setInputBackgroundColor(const QColor& c) { inputBackgroundColor_ = c; }
+    // Lazy: the first read takes the value of font() / textColor() at that moment.
+    QFont inputFont();
+    void setInputFont(const QFont& f) { inputFont_ = f; }
+    QColor inputTextColor();
+    void setInputTextColor(const QColor& c) { inputTextColor_ = c; }
+
+    std::optional<double> internalTextFieldCornerRadius() const { return internalTextFieldCornerRadius_; }
+    void setInternalTextFieldCornerRadius(std::optional<double> r) { internalTextFieldCornerRadius_ = r; }
+    // Kept for hosts that set it; no screen reads it.
+    double internalTextAreaCornerRadius() const { return internalTextAreaCornerRadius_; }
+    void setInternalTextAreaCornerRadius(double r) { internalTextAreaCornerRadius_ = r; }
+    // internalTextFieldCornerRadius when set, else 8.0 (reading does not store it).
+    // 0 means half the input's height.
+    double inputCornerRadius() const { return internalTextFieldCornerRadius_.value_or(8.0); }
+    void setInputCornerRadius(double r) { internalTextFieldCornerRadius_ = r; }
+
+    QFont buttonFont();
+    void setButtonFont(const QFont& f) { buttonFont_ = f; }
+    QColor buttonTextColor();
+    void setButtonTextColor(const QColor& c) { buttonTextColor_ = c; }
+    // NaN (the default) adds no minimum height.
+    double buttonMinimumHeight();
+    void setButtonMinimumHeight(double h) { buttonMinimumHeight_ = h; }
+    // NaN (the default) gives a leading space of 16 in forms.
+    double leadingSpace();
+    void setLeadingSpace(double s) { leadingSpace_ = s; }
+    // The same storage as leadingSpace.
+    double buttonLeadingSpace() { return leadingSpace(); }
+    void setButtonLeadingSpace(double s) { setLeadingSpace(s); }
+    ButtonSize buttonSize();
+    void setButtonSize(ButtonSize s) { buttonSize_ = s; }
+    ButtonCornerStyle buttonCornerStyle();
+    void setButtonCornerStyle(ButtonCornerStyle s) { buttonCornerStyle_ = s; }
+    // NaN (the default) leaves buttonCornerStyle in charge.
+    double buttonCornerRadius();
+    void setButtonCornerRadius(double r) { buttonCornerRadius_ = r; }
+
+    QFont consentLinkButtonFont() const { return consentLinkButtonFont_; }
+    void setConsentLinkButtonFont(const QFont& f) { consentLinkButtonFont_ = f; }
+    bool embedInstructionsLabelInBubble();
+    void setEmbedInstructionsLabelInBubble(bool embed) { embedInstructionsLabelInBubble_ = embed; }
+    QColor bubbleBackgroundColor();
+    void setBubbleBackgroundColor(const QColor& c) { bubbleBackgroundColor_ = c; }
+    double bubbleCornerRadius();
+    void setBubbleCornerRadius(double r) { bubbleCornerRadius_ = r; }
+
+    // True when the application palette is dark (its window colour is darker than its text).
+    static bool isDarkStyle();
+    // NaN test shared by every reader of an optional length.
+    static bool isSet(double length) { return !std::isnan(length); }
+
+    // Platform-like defaults, exposed so screens draw secondary elements consistently.
+    static QColor systemBlue();
+    static QColor separatorColor();
+    static QColor placeholderTextColor();
+    static QColor secondarySystemBackground();
+
+private:
+    std::optional<QColor> tintColor_;
+    std::optional<QColor> backgroundColor_;
+    std::optional<QColor> textColor_;
+    QFont font_;
+    QFont navigationTitleFont_;
+    bool showCloseButton_ = true;
+    InputBorderStyle inputBorderStyle_ = InputBorderStyle::roundedRect;
+    double inputBorderWidth_ = 0.0;
+    std::optional<QColor> inputBorderColor_;
+    std::optional<QColor> inputBackgroundColor_;
+    std::optional<QFont> inputFont_;
+    std::optional<QColor> inputTextColor_;
+    std::optional<double> internalTextFieldCornerRadius_;
+    double internalTextAreaCornerRadius_ = 6.0;
+    std::optional<QFont> buttonFont_;
+    std::optional<QColor> buttonTextColor_;
+    std::optional<double> buttonMinimumHeight_;
+    std::optional<double> leadingSpace_;
+    std::optional<ButtonSize> buttonSize_;
+    std::optional<ButtonCornerStyle> buttonCornerStyle_;
+    std::optional<double> buttonCornerRadius_;
+    QFont consentLinkButtonFont_;
+    std::optional<bool> embedInstructionsLabelInBubble_;
+    std::optional<QColor> bubbleBackgroundColor_;
+    std::optional<double> bubbleCornerRadius_;
+};
+
+} // namespace tessara
