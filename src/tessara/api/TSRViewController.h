@@ -1,12 +1,12 @@
 #pragma once
 
+#include "tessara/api/InterfaceOrientations.h"
 #include "tessara/api/TSRDelegate.h"
 #include "tessara/documents/SubmissionJSON.h"
 
 #include <QPointer>
 #include <QString>
 #include <QWidget>
-
 #include <memory>
 #include <optional>
 
@@ -53,12 +53,25 @@ public:
     // ui or ui.directionId is absent.
     void dismissAndReportClose();
 
+    // Rotation answers that the navigation screen passes on from its visible screen.
+    // Defaults: may rotate, to every orientation, portrait preferred.
+    virtual bool shouldAutorotate() const { return kDefaultShouldAutorotate; }
+    virtual Qt::ScreenOrientations supportedInterfaceOrientations() const {
+        return kAllInterfaceOrientations;
+    }
+    virtual Qt::ScreenOrientation preferredInterfaceOrientationForPresentation() const {
+        return kDefaultPreferredOrientation;
+    }
+
 Q_SIGNALS:
     void navigationItemChanged();
 
 private:
     QPointer<QObject> delegateObject_;
     TSRDelegate* delegate_ = nullptr;
+    // A delegate that is a QObject is followed through delegateObject_; one that is not
+    // can only be held as a plain pointer.
+    bool delegateIsQObject_ = false;
     QString navigationTitle_;
     QPointer<QWidget> rightBarItem_;
 };

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "tessara/backend/TSRResult.h"
+#include "tessara/documents/SubmissionJSON.h"
+
+#include <functional>
+
+namespace tessara {
+
+class TSRNetwork;
+
+// Completes a step call's result before a screen is made for it, then hands it to
+// `continuation` on the main thread, always queued (never inside this call):
+// - an error passes through unchanged;
+// - a document with no type, or of type "DOC_DATA" or "SELFIE", passes through unchanged;
+// - any other document has its top-level SECTION fields loaded, all at once, each answer
+//   prepared the same way (so sections nest); a field's `fields` becomes its section's
+//   fields. One failed load fails the step; of several, the last to finish decides the error.
+// A document with a SECTION but no submissionId, a SECTION field with no key, or an empty
+// section answer ends the program.
+void prepareStep(TSRResult<SubmissionJSON> result, TSRNetwork& network,
+                 std::function<void(TSRResult<SubmissionJSON>)> continuation);
+
+} // namespace tessara

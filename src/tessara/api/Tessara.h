@@ -1,0 +1,77 @@
+#pragma once
+
+#include "tessara/api/TSRDelegate.h"
+#include "tessara/appearance/TSRAppearance.h"
+#include "tessara/backend/TSRError.h"
+#include "tessara/backend/TSRResult.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QUrl>
+#include <functional>
+#include <optional>
+
+namespace tessara {
+
+class TSRRootController;
+
+// The SDK's entry point. A host makes one with its backend address and theme, then starts
+// a process or reopens a step. Everything after the call (which screen, which step next)
+// is decided by the backend. All calls are made on the main thread.
+//
+// The delegate passed to the calls must also be a QWidget: the SDK's root screen is placed
+// over it as a child widget filling it, with a loader until the first step arrives. A
+// delegate that is not a QWidget ends the program.
+//
+// Removing a root left on screen after a failed start is up to the host: call
+// `rootController()->dismiss()` (it fades out and is deleted), or simply delete it.
+class Tessara : public QObject {
+    Q_OBJECT
+public:
+    // Stores `tessaraInstanceURL` as the backend base of the one shared client (absent: the
+    // compiled-in default endpoint; the last Tessara made wins, for every instance) and
+    // installs a copy of `appearance` as the global theme.
+    Tessara(std::optional<QUrl> tessaraInstanceURL, TSRAppearance appearance, QObject* parent = nullptr);
+    Tessara() = delete;
+    ~Tessara() override;
+
+    // The global theme every screen reads when it styles a view; created with all defaults
+    // on first use. Main thread.
+    static TSRAppearance& appearance();
+    static void setAppearance(TSRAppearance appearance);
+
+    using Completion = std::function<void(TSRResult<bool>)>;
+    using ObjcCompletion = std::function<void(bool success, std::optional<TSRError> error)>;
+
+    // Starts the process `processId` (POST "/submission") and shows its first step over the
+    // delegate's widget. `callingServiceToken`, when present, is sent in that one request
+    // only. `didStartProcess` is called exactly once, on the main thread: with true after the
+    // first step screen is on screen, or with the error (the root then stays with its
+    // loader, see above).
+    void startProcess(const QString& processId, std::optional<QString> callingServiceToken,
+                      TSRDelegate* delegate, Completion didStartProcess);
+    // Reopens the current step of direction `directionId` (GET "/step/direction/<id>/current");
+    // otherwise as startProcess.
+    void openStep(const QString& directionId, TSRDelegate* delegate, Completion didOpenStep);
+
+    // The same calls for hosts that take a flag and an optional error. An absent token and
+    // a null QString token are both left out of the request; an empty one is sent as "".
+    void objc_startProcess(const QString& processId, std::optional<QString> callingServiceToken,
+                           TSRDelegate* delegate, ObjcCompletion didStartProcess);
+    void objc_openStep(const QString& directionId, TSRDelegate* delegate, ObjcCompletion didOpenStep);
+
+    // The delegate of the latest call while it exists. Held weakly.
+    TSRDelegate* delegate() const;
+    // The root screen of the latest call while it exists. Held weakly.
+    TSRRootController* rootController() const;
+
+private:
+    template <typename Request> void run(TSRDelegate* delegate, Completion completion, Request request);
+
+    QPointer<QWidget> delegateWidget_;
+    TSRDelegate* delegate_ = nullptr;
+    QPointer<TSRRootController> rootController_;
+};
+
+} // namespace tessara

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+#include <optional>
+#include <string_view>
+
+namespace tessara {
+
+// Comparison of a visibility rule.
+enum class GroupControlOperatorType {
+    equal,    // "EQUAL"
+    notEqual, // "NOT_EQ"
+};
+
+QString rawValue(GroupControlOperatorType type);
+std::string_view rawValueUtf8(GroupControlOperatorType type);
+// std::nullopt for an unknown string.
+std::optional<GroupControlOperatorType> groupControlOperatorTypeFromRaw(QStringView raw);
+std::optional<GroupControlOperatorType> groupControlOperatorTypeFromRaw(std::string_view raw);
+
+} // namespace tessara

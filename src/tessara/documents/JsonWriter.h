@@ -1,0 +1,77 @@
+#pragma once
+
+#include "tessara/documents/Decimal.h"
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace tessara {
+
+// Writes compact JSON. Callers write object members in ascending byte order of their keys, which is
+// the wire order. Non-ASCII text goes out as UTF-8 and "/" is not escaped. A value that cannot be
+// written (text with an unpaired surrogate) marks the whole output invalid.
+class JsonWriter {
+public:
+    JsonWriter() { m_out.reserve(256); }
+
+    void beginObject() { open('{'); }
+    void endObject() { close('}'); }
+    void beginArray() { open('['); }
+    void endArray() { close(']'); }
+    void key(std::string_view name);
+
+    void writeString(const QString& text);
+    void writeUtf8String(std::string_view text);
+    void writeBool(bool value);
+    void writeInt64(qint64 value);
+    void writeUInt64(quint64 value);
+    void writeDecimal(const Decimal& value);
+    void writeNull();
+
+    template <typename T, typename Write> void member(std::string_view name, const T& value, Write write) {
+        key(name);
+        write(*this, value);
+    }
+    // Absent values are left out, never written as null.
+    template <typename T, typename Write>
+    void optionalMember(std::string_view name, const std::optional<T>& value, Write write) {
+        if (value)
+            member(name, *value, write);
+    }
+    template <typename T, typename Write> void writeArray(const std::vector<T>& values, Write write) {
+        beginArray();
+        for (const T& value : values)
+            write(*this, value);
+        endArray();
+    }
+
+    void invalidate() { m_valid = false; }
+    bool isValid() const { return m_valid; }
+    // The bytes, or std::nullopt when something could not be written.
+    std::optional<QByteArray> take();
+
+private:
+    void separate() {
+        if (m_needsComma)
+            m_out.append(',');
+    }
+    void open(char bracket) {
+        separate();
+        m_out.append(bracket);
+        m_needsComma = false;
+    }
+    void close(char bracket) {
+        m_out.append(bracket);
+        m_needsComma = true;
+    }
+    void appendEscaped(std::string_view utf8);
+
+    QByteArray m_out;
+    bool m_needsComma = false;
+    bool m_valid = true;
+};
+
+} // namespace tessara

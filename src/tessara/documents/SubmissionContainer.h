@@ -1,0 +1,14 @@
+#pragma once
+
+#include "tessara/documents/SubmissionJSON.h"
+
+namespace tessara {
+
+// A step document wrapped under the required key "direction"; read from local resources.
+struct SubmissionContainer {
+    SubmissionJSON submission;
+
+    friend bool operator==(const SubmissionContainer&, const SubmissionContainer&) = default;
+};
+
+} // namespace tessara

@@ -1,0 +1,200 @@
+#include "tessara/appearance/TSRAppearance.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace tessara {
+namespace {
+
+// Switches the application to a dark palette for the life of the object.
+class DarkPalette {
+public:
+    DarkPalette()
+        : saved_(QApplication::palette()) {
+        QPalette dark(QColor(0x3a, 0x3a, 0x3c), QColor(0x1c, 0x1c, 0x1e));
+        dark.setColor(QPalette::Window, QColor(0x1c, 0x1c, 0x1e));
+        dark.setColor(QPalette::WindowText, Qt::white);
+        QApplication::setPalette(dark);
+    }
+    ~DarkPalette() { QApplication::setPalette(saved_); }
+
+private:
+    QPalette saved_;
+};
+
+TEST(TSRAppearance, FreshThemeHasTheDocumentedDefaults) {
+    ASSERT_FALSE(TSRAppearance::isDarkStyle()) << "the tests expect the light offscreen palette";
+    TSRAppearance theme;
+    struct Case {
+        const char* property;
+        std::function<QVariant(TSRAppearance&)> read;
+        QVariant expected;
+    };
+    const std::vector<Case> cases{
+        {"tintColor", [](TSRAppearance& t) { return QVariant(t.tintColor()); }, QColor(0x00, 0x7a, 0xff)},
+        {"backgroundColor", [](TSRAppearance& t) { return QVariant(t.backgroundColor()); },
+         QColor(Qt::white)},
+        {"textColor", [](TSRAppearance& t) { return QVariant(t.textColor()); }, QColor(Qt::black)},
+        {"font size", [](TSRAppearance& t) { return QVariant(t.font().pixelSize()); }, 17},
+        {"font weight", [](TSRAppearance& t) { return QVariant(int(t.font().weight())); },
+         int(QFont::Normal)},
+        {"navigationTitleFont size",
+         [](TSRAppearance& t) { return QVariant(t.navigationTitleFont().pixelSize()); }, 17},
+        {"navigationTitleFont weight",
+         [](TSRAppearance& t) { return QVariant(int(t.navigationTitleFont().weight())); },
+         int(QFont::DemiBold)},
+        {"consentLinkButtonFont size",
+         [](TSRAppearance& t) { return QVariant(t.consentLinkButtonFont().pixelSize()); }, 16},
+        {"showCloseButton", [](TSRAppearance& t) { return QVariant(t.showCloseButton()); }, true},
+        {"inputBorderStyle", [](TSRAppearance& t) { return QVariant(int(t.inputBorderStyle())); }, 3},
+        {"inputBorderWidth", [](TSRAppearance& t) { return QVariant(t.inputBorderWidth()); }, 0.0},
+        {"inputBorderColor", [](TSRAppearance& t) { return QVariant(t.inputBorderColor()); },
+         QColor::fromRgbF(0, 0, 0, 0.2f)},
+        {"inputBackgroundColor", [](TSRAppearance& t) { return QVariant(t.inputBackgroundColor()); },
+         QColor(Qt::white)},
+        {"inputFont", [](TSRAppearance& t) { return QVariant(t.inputFont()); }, theme.font()},
+        {"inputTextColor", [](TSRAppearance& t) { return QVariant(t.inputTextColor()); }, QColor(Qt::black)},
+        {"internalTextAreaCornerRadius",
+         [](TSRAppearance& t) { return QVariant(t.internalTextAreaCornerRadius()); }, 6.0},
+        {"buttonFont", [](TSRAppearance& t) { return QVariant(t.buttonFont()); }, theme.font()},
+        {"buttonTextColor", [](TSRAppearance& t) { return QVariant(t.buttonTextColor()); },
+         QColor(Qt::black)},
+        {"buttonSize", [](TSRAppearance& t) { return QVariant(int(t.buttonSize())); },
+         int(TSRAppearance::ButtonSize::medium)},
+        {"buttonCornerStyle", [](TSRAppearance& t) { return QVariant(int(t.buttonCornerStyle())); },
+         int(TSRAppearance::ButtonCornerStyle::dynamic)},
+        {"embedInstructionsLabelInBubble",
+         [](TSRAppearance& t) { return QVariant(t.embedInstructionsLabelInBubble()); }, false},
+        {"bubbleBackgroundColor", [](TSRAppearance& t) { return QVariant(t.bubbleBackgroundColor()); },
+         QColor(0xf2, 0xf2, 0xf7)},
+        {"bubbleCornerRadius", [](TSRAppearance& t) { return QVariant(t.bubbleCornerRadius()); }, 8.0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.property);
+        EXPECT_EQ(c.read(theme), c.expected);
+    }
+    EXPECT_FALSE(theme.internalTextFieldCornerRadius().has_value());
+}
+
+TEST(TSRAppearance, LazyPropertiesTakeTheirFallbackOnceAtFirstRead) {
+    QFont otherFont = TSRAppearance().font();
+    otherFont.setPixelSize(30);
+    struct Case {
+        const char* property;
+        std::function<QVariant(TSRAppearance&)> read;
+        std::function<void(TSRAppearance&)> changeFallback;
+        std::function<void(TSRAppearance&)> writeOwn;
+        QVariant changedFallback;
+        QVariant own;
+    };
+    const std::vector<Case> cases{
+        {"inputFont", [](TSRAppearance& t) { return QVariant(t.inputFont()); },
+         [&](TSRAppearance& t) { t.setFont(otherFont); },
+         [](TSRAppearance& t) { t.setInputFont(QFont("Serif", 9)); }, otherFont, QFont("Serif", 9)},
+        {"buttonFont", [](TSRAppearance& t) { return QVariant(t.buttonFont()); },
+         [&](TSRAppearance& t) { t.setFont(otherFont); },
+         [](TSRAppearance& t) { t.setButtonFont(QFont("Serif", 9)); }, otherFont, QFont("Serif", 9)},
+        {"inputTextColor", [](TSRAppearance& t) { return QVariant(t.inputTextColor()); },
+         [](TSRAppearance& t) { t.setTextColor(Qt::darkRed); },
+         [](TSRAppearance& t) { t.setInputTextColor(Qt::cyan); }, QColor(Qt::darkRed), QColor(Qt::cyan)},
+        {"buttonTextColor", [](TSRAppearance& t) { return QVariant(t.buttonTextColor()); },
+         [](TSRAppearance& t) { t.setTextColor(Qt::darkRed); },
+         [](TSRAppearance& t) { t.setButtonTextColor(Qt::cyan); }, QColor(Qt::darkRed), QColor(Qt::cyan)},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.property);
+        {
+            // Read first: a later change of the fallback no longer reaches it.
+            TSRAppearance theme;
+            const QVariant first = c.read(theme);
+            c.changeFallback(theme);
+            EXPECT_EQ(c.read(theme), first);
+            EXPECT_NE(c.read(theme), c.changedFallback);
+        }
+        {
+            // Fallback changed before the first read: the read takes the new value.
+            TSRAppearance theme;
+            c.changeFallback(theme);
+            EXPECT_EQ(c.read(theme), c.changedFallback);
+        }
+        {
+            // Written before the first read: the written value replaces the default.
+            TSRAppearance theme;
+            c.writeOwn(theme);
+            c.changeFallback(theme);
+            EXPECT_EQ(c.read(theme), c.own);
+        }
+    }
+}
+
+TEST(TSRAppearance, InputCornerRadiusReadsWithoutStoringAndWritesTheOptional) {
+    TSRAppearance theme;
+    EXPECT_EQ(theme.inputCornerRadius(), 8.0);
+    EXPECT_FALSE(theme.internalTextFieldCornerRadius().has_value());
+
+    theme.setInputCornerRadius(0.0);
+    EXPECT_EQ(theme.internalTextFieldCornerRadius(), 0.0);
+    EXPECT_EQ(theme.inputCornerRadius(), 0.0);
+
+    theme.setInternalTextFieldCornerRadius(std::nullopt);
+    EXPECT_EQ(theme.inputCornerRadius(), 8.0);
+}
+
+TEST(TSRAppearance, ButtonLeadingSpaceIsLeadingSpace) {
+    TSRAppearance theme;
+    theme.setButtonLeadingSpace(20.0);
+    EXPECT_EQ(theme.leadingSpace(), 20.0);
+    theme.setLeadingSpace(12.0);
+    EXPECT_EQ(theme.buttonLeadingSpace(), 12.0);
+}
+
+TEST(TSRAppearance, NotANumberMeansUnset) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    struct Case {
+        const char* property;
+        std::function<double(TSRAppearance&)> read;
+        std::function<void(TSRAppearance&, double)> write;
+    };
+    const std::vector<Case> cases{
+        {"buttonMinimumHeight", [](TSRAppearance& t) { return t.buttonMinimumHeight(); },
+         [](TSRAppearance& t, double v) { t.setButtonMinimumHeight(v); }},
+        {"leadingSpace", [](TSRAppearance& t) { return t.leadingSpace(); },
+         [](TSRAppearance& t, double v) { t.setLeadingSpace(v); }},
+        {"buttonCornerRadius", [](TSRAppearance& t) { return t.buttonCornerRadius(); },
+         [](TSRAppearance& t, double v) { t.setButtonCornerRadius(v); }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.property);
+        TSRAppearance theme;
+        EXPECT_FALSE(TSRAppearance::isSet(c.read(theme)));
+        c.write(theme, 0.0);
+        EXPECT_TRUE(TSRAppearance::isSet(c.read(theme)));
+        EXPECT_EQ(c.read(theme), 0.0);
+        c.write(theme, nan);
+        EXPECT_FALSE(TSRAppearance::isSet(c.read(theme)));
+    }
+}
+
+TEST(TSRAppearance, DefaultColoursFollowTheDarkStyleAndSetOnesDoNot) {
+    TSRAppearance theme;
+    theme.setTintColor(QColor(0x11, 0x22, 0x33));
+    {
+        DarkPalette dark;
+        ASSERT_TRUE(TSRAppearance::isDarkStyle());
+        EXPECT_EQ(theme.inputBorderColor(), QColor::fromRgbF(1, 1, 1, 0.2f));
+        EXPECT_EQ(theme.backgroundColor(), QColor(Qt::black));
+        EXPECT_EQ(theme.textColor(), QColor(Qt::white));
+        EXPECT_EQ(theme.tintColor(), QColor(0x11, 0x22, 0x33));
+    }
+    ASSERT_FALSE(TSRAppearance::isDarkStyle());
+    EXPECT_EQ(theme.inputBorderColor(), QColor::fromRgbF(0, 0, 0, 0.2f));
+
+    theme.setInputBorderColor(Qt::red);
+    DarkPalette dark;
+    EXPECT_EQ(theme.inputBorderColor(), QColor(Qt::red));
+}
+
+} // namespace
+} // namespace tessara

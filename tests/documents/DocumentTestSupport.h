@@ -1,0 +1,57 @@
+#pragma once
+
+#include "tessara/documents/JsonCoding.h"
+
+#include <QByteArray>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <ostream>
+#include <string>
+
+// Readable failure messages for Qt strings.
+inline void PrintTo(const QString& text, std::ostream* os) {
+    *os << '"' << text.toStdString() << '"';
+}
+
+namespace tessara::test {
+
+template <typename T> std::optional<T> decode(const std::string& json) {
+    return decodeDocument<T>(QByteArrayView(json.data(), qsizetype(json.size())));
+}
+
+inline std::string str(const std::optional<QByteArray>& bytes) {
+    return bytes ? bytes->toStdString() : std::string("<encoding failed>");
+}
+
+// True when every object in `json`, at any depth, lists its keys in ascending byte order.
+inline bool keysSortedEverywhere(const nlohmann::ordered_json& json) {
+    if (json.is_object()) {
+        std::string previous;
+        bool first = true;
+        for (const auto& [key, value] : json.items()) {
+            if (!first && !(previous < key))
+                return false;
+            previous = key;
+            first = false;
+            if (!keysSortedEverywhere(value))
+                return false;
+        }
+    } else if (json.is_array()) {
+        for (const auto& element : json)
+            if (!keysSortedEverywhere(element))
+                return false;
+    }
+    return true;
+}
+
+inline bool containsNull(const nlohmann::ordered_json& json) {
+    if (json.is_null())
+        return true;
+    if (json.is_structured())
+        for (const auto& element : json)
+            if (containsNull(element))
+                return true;
+    return false;
+}
+
+} // namespace tessara::test
