@@ -4,7 +4,6 @@
 
 #include <QString>
 #include <QWidget>
-
 #include <optional>
 
 namespace tessara {
@@ -34,6 +33,19 @@ public:
     // The view of this control.
     virtual QWidget* widget() = 0;
     const QWidget* widget() const { return const_cast<TSRControl*>(this)->widget(); }
+
+    // "<class name>.<key>", the name tests and the autopilot find the control by. Fatal
+    // without a key.
+    QString accessibilityIdentifier() const;
+
+protected:
+    // Sets the identifier as the widget's objectName and accessible name.
+    void applyAccessibilityIdentifier();
+    // The class name of the widget without the namespace ("TSRInputField").
+    QString className() const;
+    // Posts `value` under the field's key on the notification bus, for the sections that
+    // watch this field. Fatal when `value` is absent: every caller has just set one.
+    void announceValue();
 };
 
 } // namespace tessara

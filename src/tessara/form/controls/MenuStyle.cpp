@@ -1,0 +1,50 @@
+#include "tessara/form/controls/MenuStyle.h"
+
+#include "tessara/form/CurrentAppearance.h"
+#include "tessara/form/controls/Glyphs.h"
+
+#include <QMenu>
+
+namespace tessara {
+
+namespace {
+QString css(const QColor& c) {
+    return QStringLiteral("rgba(%1,%2,%3,%4)")
+        .arg(c.red())
+        .arg(c.green())
+        .arg(c.blue())
+        .arg(c.alphaF(), 0, 'f', 3);
+}
+} // namespace
+
+void applyMenuStyle(QMenu* menu) {
+    TSRAppearance& theme = currentAppearance();
+    const bool dark = TSRAppearance::isDarkStyle();
+    QColor wash = theme.tintColor();
+    wash.setAlphaF(0.14f);
+    const QColor panel = dark ? QColor(0x2c, 0x2c, 0x2e) : QColor(Qt::white);
+    const QColor border = dark ? QColor(255, 255, 255, 40) : QColor(0, 0, 0, 40);
+    // Rounded corners need a see-through window behind the panel.
+    menu->setWindowFlags(menu->windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
+    menu->setAttribute(Qt::WA_TranslucentBackground);
+    menu->setFont(theme.inputFont());
+    menu->setStyleSheet(
+        QStringLiteral("QMenu{background-color:%1;border:1px solid %2;border-radius:12px;padding:6px;}"
+                       "QMenu::item{color:%3;padding:10px 20px 10px 34px;border-radius:8px;}"
+                       "QMenu::item:selected{background-color:%4;}"
+                       "QMenu::item:disabled{color:%5;}"
+                       "QMenu::icon{left:10px;}"
+                       "QMenu::indicator{width:0px;height:0px;}")
+            .arg(css(panel), css(border), css(theme.textColor()), css(wash),
+                 css(TSRAppearance::placeholderTextColor())));
+}
+
+void markCheckedActions(QMenu* menu) {
+    const QIcon check = glyphIcon(Glyph::checkmark, QSize(16, 16), currentAppearance().tintColor());
+    for (QAction* action : menu->actions()) {
+        if (action->isCheckable())
+            action->setIcon(action->isChecked() ? check : QIcon());
+    }
+}
+
+} // namespace tessara

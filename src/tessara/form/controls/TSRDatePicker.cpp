@@ -1,0 +1,91 @@
+#include "tessara/form/controls/TSRDatePicker.h"
+
+#include "tessara/form/CurrentAppearance.h"
+
+#include <QCalendarWidget>
+#include <QDateEdit>
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace tessara {
+
+namespace {
+constexpr int kHeight = 44;
+
+QString css(const QColor& c) {
+    return c.name(QColor::HexArgb);
+}
+} // namespace
+
+TSRDatePicker::TSRDatePicker(QWidget* parent)
+    : QWidget(parent) {}
+
+QString TSRDatePicker::dateFormat() {
+    return QStringLiteral("yyyy-MM-dd");
+}
+
+void TSRDatePicker::setup() {
+    applyAccessibilityIdentifier();
+    TSRAppearance& theme = currentAppearance();
+
+    label_ = new QLabel(field->label.value_or(QString()), this);
+    label_->setObjectName(accessibilityIdentifier() + QStringLiteral(".label"));
+    label_->setFont(theme.font());
+    label_->setWordWrap(false);
+    label_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QPalette labelPalette = label_->palette();
+    labelPalette.setColor(QPalette::WindowText, theme.textColor());
+    label_->setPalette(labelPalette);
+
+    datePicker_ = new QDateEdit(this);
+    datePicker_->setObjectName(accessibilityIdentifier() + QStringLiteral(".datePicker"));
+    datePicker_->setAccessibleName(datePicker_->objectName());
+    datePicker_->setCalendarPopup(true);
+    datePicker_->setDisplayFormat(QStringLiteral("d MMM yyyy"));
+    datePicker_->setFont(theme.font());
+    datePicker_->setMinimumHeight(kHeight - 8);
+    datePicker_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    const QColor pill = TSRAppearance::secondarySystemBackground();
+    datePicker_->setStyleSheet(QStringLiteral("QDateEdit{background-color:%1;color:%2;border:none;"
+                                              "border-radius:8px;padding:4px 10px;}"
+                                              "QDateEdit:focus{color:%3;}"
+                                              "QDateEdit::drop-down{width:0;border:none;}")
+                                   .arg(css(pill), css(theme.textColor()), css(theme.tintColor())));
+    if (QCalendarWidget* calendar = datePicker_->calendarWidget()) {
+        QPalette p = calendar->palette();
+        p.setColor(QPalette::Highlight, theme.tintColor());
+        calendar->setPalette(p);
+    }
+
+    // A date the user never touches still has to be submitted: it starts as the field's own
+    // value when that is a date of the wire form, else today.
+    QDate initial;
+    if (field->value)
+        initial = QDate::fromString(*field->value, dateFormat());
+    if (!initial.isValid())
+        initial = QDate::currentDate();
+    datePicker_->setDate(initial);
+    datePicked(datePicker_->date());
+    connect(datePicker_, &QDateEdit::dateChanged, this, &TSRDatePicker::datePicked);
+
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+    row->addWidget(label_, 1, Qt::AlignVCenter);
+    row->addWidget(datePicker_, 0, Qt::AlignVCenter);
+    setMinimumHeight(kHeight);
+}
+
+void TSRDatePicker::datePicked(const QDate& date) {
+    value = date.toString(dateFormat());
+}
+
+bool TSRDatePicker::hasValue() const {
+    return value.has_value();
+}
+
+std::optional<ControlValidationError> TSRDatePicker::validate(bool) {
+    return std::nullopt;
+}
+
+} // namespace tessara

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "tessara/form/TSRControl.h"
+#include "tessara/platform/BusyButton.h"
+
+namespace tessara {
+
+// A button that moves the process on (FLOW): it asks the screen (TSRFlowFollower) to follow
+// the field's direction, or, for the special type "POPUP", to show the field's popup
+// (TSRPopupOpener). The screen shows the spinner while the step is sent.
+class TSRFlowButton : public BusyButton, public TSRControl {
+    Q_OBJECT
+public:
+    explicit TSRFlowButton(QWidget* parent = nullptr);
+
+    void setup() override;
+    QWidget* widget() override { return this; }
+
+    // True when a click shows the popup instead of following the flow.
+    bool opensPopup() const { return opensPopup_; }
+
+private:
+    void flowAction();
+    void popupAction();
+
+    bool opensPopup_ = false;
+};
+
+} // namespace tessara

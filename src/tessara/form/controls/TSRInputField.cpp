@@ -1,0 +1,76 @@
+#include "tessara/form/controls/TSRInputField.h"
+
+#include "tessara/form/CurrentAppearance.h"
+#include "tessara/form/InputDecoration.h"
+#include "tessara/form/TextTrimming.h"
+
+#include <QRegularExpression>
+
+namespace tessara {
+
+namespace {
+constexpr int kHeight = 46;
+constexpr int kHorizontalPadding = 12;
+} // namespace
+
+TSRInputField::TSRInputField(QWidget* parent)
+    : QLineEdit(parent) {
+    setAttribute(Qt::WA_MacShowFocusRect, false);
+}
+
+void TSRInputField::setup() {
+    applyAccessibilityIdentifier();
+    setPlaceholderText(field->label.value_or(QString()));
+    TSRAppearance& theme = currentAppearance();
+    InputDecoration::apply(this);
+    setFont(theme.inputFont());
+    QPalette p = palette();
+    p.setColor(QPalette::Text, theme.inputTextColor());
+    p.setColor(QPalette::PlaceholderText, TSRAppearance::placeholderTextColor());
+    p.setColor(QPalette::Highlight, theme.tintColor());
+    setPalette(p);
+    setTextMargins(kHorizontalPadding, 0, kHorizontalPadding, 0);
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
+        value = text.isEmpty() ? std::nullopt : std::optional<QString>(text);
+    });
+}
+
+bool TSRInputField::hasValue() const {
+    return value && !value->isEmpty();
+}
+
+std::optional<ControlValidationError> TSRInputField::validate(bool allowEmpty) {
+    return validateText(*this, allowEmpty);
+}
+
+std::optional<ControlValidationError> TSRInputField::validateText(TSRControl& control, bool allowEmpty) {
+    using Kind = ControlValidationError::Kind;
+    const QString trimmed = control.value ? trimmedForSubmission(*control.value) : QString();
+    if (trimmed.isEmpty()) {
+        if (allowEmpty)
+            return std::nullopt;
+        return ControlValidationError{Kind::fieldValueIsEmpty, &control};
+    }
+    const std::optional<QString>& pattern = control.field->validation;
+    if (!pattern || pattern->isEmpty())
+        return std::nullopt;
+    // A search, not a full match: patterns that must cover the whole text carry anchors.
+    const QRegularExpression expression(*pattern);
+    if (!expression.isValid() || !expression.match(trimmed).hasMatch())
+        return ControlValidationError{Kind::fieldValueInvalid, &control};
+    return std::nullopt;
+}
+
+QSize TSRInputField::sizeHint() const {
+    QSize size = QLineEdit::sizeHint();
+    size.setHeight(std::max(size.height(), kHeight));
+    return size;
+}
+
+QSize TSRInputField::minimumSizeHint() const {
+    QSize size = QLineEdit::minimumSizeHint();
+    size.setHeight(std::max(size.height(), kHeight));
+    return size;
+}
+
+} // namespace tessara
