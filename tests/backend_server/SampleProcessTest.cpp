@@ -1,0 +1,176 @@
+// The sample processes stay within what the SDK accepts, and the demo's answers stay valid for them.
+#include "tessara/documents/JsonCoding.h"
+#include "tessara/documents/SubmissionContainer.h"
+#include "tessara/documents/SubmissionJSON.h"
+#include "tessara/form/LocalStepDocument.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+
+using namespace tessara;
+
+namespace {
+
+const QString kProcesses = QStringLiteral(TESSARA_SOURCE_DIR "/examples/processes");
+const QString kCreditRequest = kProcesses + QStringLiteral("/credit-request");
+
+QByteArray read(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
+// A process's documents by file path, decoded by the SDK. Placeholders the server fills in at
+// answer time get plausible values first.
+std::map<QString, SubmissionJSON> documentsOf(const QString& processDir) {
+    std::map<QString, SubmissionJSON> documents;
+    for (const char* folder : {"steps", "sections"}) {
+        QDirIterator it(processDir + QLatin1Char('/') + QLatin1String(folder), {QStringLiteral("*.json")},
+                        QDir::Files);
+        while (it.hasNext()) {
+            const QString path = it.next();
+            QByteArray bytes = read(path);
+            bytes.replace("{{host}}", "127.0.0.1:8080")
+                .replace("{{submissionId}}", "s")
+                .replace("{{userHash}}", "u");
+            const auto document = decodeDocument<SubmissionJSON>(bytes);
+            EXPECT_TRUE(document.has_value()) << path.toStdString() << " does not decode";
+            if (document)
+                documents.emplace(path, *document);
+        }
+    }
+    return documents;
+}
+
+std::vector<const FieldJSON*> allFields(const std::map<QString, SubmissionJSON>& documents) {
+    std::vector<const FieldJSON*> fields;
+    for (const auto& [path, document] : documents) {
+        for (const FieldJSON& field : document.fields)
+            fields.push_back(&field);
+    }
+    return fields;
+}
+
+bool hasOption(const FieldJSON& field, const QString& value) {
+    return field.options && std::any_of(field.options->begin(), field.options->end(),
+                                        [&](const FieldOption& option) { return option.value == value; });
+}
+
+} // namespace
+
+TEST(SampleProcesses, EveryDocumentDecodesWithTheClientsRules) {
+    const QStringList processes = QDir(kProcesses).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    ASSERT_FALSE(processes.isEmpty());
+    for (const QString& process : processes) {
+        SCOPED_TRACE(process.toStdString());
+        EXPECT_FALSE(documentsOf(kProcesses + QLatin1Char('/') + process).empty());
+    }
+}
+
+TEST(SampleProcesses, CreditRequestKeysAreUniqueAndAnswersAreValid) {
+    const auto documents = documentsOf(kCreditRequest);
+    const QJsonObject answers =
+        QJsonDocument::fromJson(read(kCreditRequest + QStringLiteral("/answers.json"))).object();
+    ASSERT_FALSE(answers.isEmpty());
+
+    std::set<QString> keys;
+    std::set<QString> entered;
+    for (const FieldJSON* field : allFields(documents)) {
+        ASSERT_TRUE(field->key.has_value()) << rawValue(field->type).toStdString();
+        EXPECT_TRUE(keys.insert(*field->key).second) << "key used twice: " << field->key->toStdString();
+        const QString key = *field->key;
+        const QString answer = answers.value(key).toString();
+        SCOPED_TRACE(key.toStdString() + " = " + answer.toStdString());
+        switch (field->type) {
+        case FieldType::inputField:
+        case FieldType::inputArea:
+            if (field->isHidden.value_or(false))
+                break; // calculator values, filled by the calculator
+            entered.insert(key);
+            ASSERT_TRUE(answers.contains(key));
+            EXPECT_TRUE(
+                QRegularExpression(field->validation.value_or(QString())).match(answer.trimmed()).hasMatch());
+            break;
+        case FieldType::dropdown:
+        case FieldType::radioButtons:
+        case FieldType::nomenclature:
+            entered.insert(key);
+            ASSERT_TRUE(answers.contains(key));
+            EXPECT_TRUE(hasOption(*field, answer));
+            break;
+        case FieldType::checkbox:
+        case FieldType::consent:
+            entered.insert(key);
+            ASSERT_TRUE(answer == QLatin1String("true") || answer == QLatin1String("false"));
+            if (field->type == FieldType::consent && field->isRequired.value_or(false)) {
+                EXPECT_EQ(answer, QStringLiteral("true"));
+            }
+            break;
+        case FieldType::date:
+            entered.insert(key);
+            EXPECT_TRUE(QDate::fromString(answer, QStringLiteral("yyyy-MM-dd")).isValid());
+            break;
+        case FieldType::uploadFile: {
+            entered.insert(key);
+            const QFileInfo file(kCreditRequest + QLatin1Char('/') + answer);
+            ASSERT_TRUE(file.isFile());
+            EXPECT_LE(quint64(file.size()), *field->maximumFileSize << 20);
+            const auto& allowed = *field->allowedFileExtensions;
+            EXPECT_NE(std::find(allowed.begin(), allowed.end(), file.suffix().toLower()), allowed.end());
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    // Nothing in the answers that no field asks for, except the product the calculator starts with.
+    for (const QString& key : answers.keys()) {
+        if (key != QLatin1String("creditProduct")) {
+            EXPECT_TRUE(entered.count(key)) << "answer for no field: " << key.toStdString();
+        }
+    }
+    EXPECT_TRUE(keys.count(QStringLiteral("creditProduct")));
+}
+
+TEST(SampleProcesses, CreditRequestShowsEveryKindOfFormElement) {
+    const auto documents = documentsOf(kCreditRequest);
+    const auto fields = allFields(documents);
+    std::set<FieldType> types;
+    std::set<QString> operators;
+    bool requiredCheckbox = false, optionalCheckbox = false, popup = false, positioned = false,
+         closing = false;
+    for (const FieldJSON* field : fields) {
+        types.insert(field->type);
+        if (field->condition && field->condition->groupOperator)
+            operators.insert(rawValue(*field->condition->groupOperator));
+        if (field->type == FieldType::checkbox)
+            (field->isRequired.value_or(false) ? requiredCheckbox : optionalCheckbox) = true;
+        popup |= field->specialType == QLatin1String("POPUP");
+        positioned |= field->styleClass.value_or(QString()).contains(QLatin1String("position-"));
+        closing |= field->styleClass.value_or(QString()).toLower().contains(QLatin1String("a1"));
+        // The consent's link opens a step document the SDK ships with.
+        if (field->type == FieldType::consent) {
+            ASSERT_TRUE(field->directionId.has_value());
+            const auto local = LocalStepDocument::load(*field->directionId);
+            ASSERT_TRUE(local.has_value()) << field->directionId->toStdString();
+            EXPECT_TRUE(decodeDocument<SubmissionContainer>(*local).has_value());
+        }
+    }
+    for (FieldType type : {FieldType::text, FieldType::newLine, FieldType::horizontalLine,
+                           FieldType::inputField, FieldType::inputArea, FieldType::checkbox,
+                           FieldType::radioButtons, FieldType::dropdown, FieldType::flowButton,
+                           FieldType::section, FieldType::group, FieldType::consent, FieldType::uploadFile,
+                           FieldType::hint, FieldType::link, FieldType::nomenclature, FieldType::date}) {
+        EXPECT_TRUE(types.count(type)) << rawValue(type).toStdString();
+    }
+    EXPECT_EQ(operators, (std::set<QString>{QStringLiteral("EQUAL"), QStringLiteral("NOT_EQ")}));
+    EXPECT_TRUE(requiredCheckbox && optionalCheckbox && popup && positioned && closing);
+}
