@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QMimeType>
+#include <QString>
+
+namespace tessara {
+
+// A file chosen by the user, ready to upload.
+struct TSRFile {
+    QByteArray data;
+    // The kind of file; its MIME name and preferred suffix go on the wire.
+    QMimeType type;
+    QString filename;
+    // When false, "." and the type's preferred suffix in upper case are appended on upload.
+    bool filenameAlreadyHasExtension = false;
+};
+
+} // namespace tessara

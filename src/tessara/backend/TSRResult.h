@@ -1,0 +1,87 @@
+#pragma once
+
+#include "tessara/backend/TSRError.h"
+#include "tessara/platform/FatalError.h"
+
+#include <optional>
+#include <type_traits>
+#include <utility>
+#include <variant>
+
+namespace tessara {
+
+// The outcome of a backend call: a decoded value or an error. Reading the side that is
+// not there is a programming error and ends the program.
+template <typename T> class TSRResult {
+public:
+    TSRResult(T value)
+        : storage_(std::in_place_index<0>, std::move(value)) {}
+    TSRResult(TSRError error)
+        : storage_(std::in_place_index<1>, std::move(error)) {}
+    TSRResult(TSRNetworkError error)
+        : TSRResult(TSRError(std::move(error))) {}
+    TSRResult(TSRBackendError error)
+        : TSRResult(TSRError(std::move(error))) {}
+
+    bool isSuccess() const { return storage_.index() == 0; }
+
+    const T& value() const& {
+        requireSuccess();
+        return std::get<0>(storage_);
+    }
+    T& value() & {
+        requireSuccess();
+        return std::get<0>(storage_);
+    }
+    T&& value() && {
+        requireSuccess();
+        return std::get<0>(std::move(storage_));
+    }
+
+    const TSRError& error() const {
+        if (isSuccess())
+            fatalError(QStringLiteral("Asked for the error of a successful result."));
+        return std::get<1>(storage_);
+    }
+
+    // Same outcome with the value passed through `fn`; an error is passed on unchanged.
+    template <typename F> auto map(F&& fn) const -> TSRResult<std::invoke_result_t<F, const T&>> {
+        if (isSuccess())
+            return std::forward<F>(fn)(std::get<0>(storage_));
+        return std::get<1>(storage_);
+    }
+
+private:
+    void requireSuccess() const {
+        if (!isSuccess())
+            fatalError(QStringLiteral("Asked for the value of a failed result."));
+    }
+
+    std::variant<T, TSRError> storage_;
+};
+
+// The outcome of a call that answers no document (the file upload).
+template <> class TSRResult<void> {
+public:
+    static TSRResult success() { return TSRResult(); }
+    TSRResult(TSRError error)
+        : error_(std::move(error)) {}
+    TSRResult(TSRNetworkError error)
+        : error_(TSRError(std::move(error))) {}
+    TSRResult(TSRBackendError error)
+        : error_(TSRError(std::move(error))) {}
+
+    bool isSuccess() const { return !error_.has_value(); }
+
+    const TSRError& error() const {
+        if (isSuccess())
+            fatalError(QStringLiteral("Asked for the error of a successful result."));
+        return *error_;
+    }
+
+private:
+    TSRResult() = default;
+    std::optional<TSRError> error_;
+};
+
+} // namespace tessara

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace tessara::test {
+
+// Compresses test bodies the way servers send them.
+struct ContentCoding {
+    static QByteArray gzip(const QByteArray& data);
+    // "deflate" as the standard means it: zlib header and checksum.
+    static QByteArray zlib(const QByteArray& data);
+    // "deflate" as some servers send it: the bare stream.
+    static QByteArray rawDeflate(const QByteArray& data);
+    static QByteArray brotli(const QByteArray& data);
+};
+
+} // namespace tessara::test

@@ -1,0 +1,161 @@
+#include "CommandSpec.h"
+
+namespace tessara::tool {
+
+namespace {
+
+QCommandLineOption valueOption(const QString& name, const QString& description, const QString& valueName) {
+    return QCommandLineOption(name, description, valueName);
+}
+
+QList<CommandSpec> makeCommands() {
+    QList<CommandSpec> commands;
+    commands.append(
+        {QStringLiteral("decode"),
+         QStringLiteral("KIND FILE|-"),
+         QStringLiteral("Decode a saved backend answer and print it back with sorted keys."),
+         QStringLiteral("Reads FILE (or standard input for \"-\") as the backend answer KIND and decodes it "
+                        "by the client's rules: required keys, no type coercion, unknown keys ignored.\n"
+                        "On success the record is printed on standard output with sorted keys and absent "
+                        "values left out. On failure the client's words (\"JSON decoding failed.\") go to "
+                        "standard error and the exit status is 1.\n"
+                        "KIND is one of: step, section-list, products, dates, details, kyc-status."),
+         {QStringLiteral("KIND"), QStringLiteral("FILE")},
+         {},
+         {},
+         false});
+    commands.append(
+        {QStringLiteral("start"),
+         QStringLiteral("PROCESS_ID [--token T]"),
+         QStringLiteral("Create a submission of a process (POST /submission); print its first step."),
+         QStringLiteral("Starts a process on the backend and prints the step document it answers."),
+         {QStringLiteral("PROCESS_ID")},
+         {valueOption(QStringLiteral("token"), QStringLiteral("Calling service token to send."),
+                      QStringLiteral("T"))},
+         {}});
+    commands.append({QStringLiteral("open"),
+                     QStringLiteral("DIRECTION_ID"),
+                     QStringLiteral("Load the current step of a direction (GET /step/direction/ID/current)."),
+                     QStringLiteral("Reopens one step of a running process and prints its step document."),
+                     {QStringLiteral("DIRECTION_ID")},
+                     {},
+                     {}});
+    commands.append(
+        {QStringLiteral("section"),
+         QStringLiteral("SUBMISSION_ID KEY"),
+         QStringLiteral("Load a section of a submission (GET /step/SUBMISSION_ID/KEY)."),
+         QStringLiteral("Loads the documents of a SECTION field and prints the whole answered list "
+                        "(the client itself uses its first entry)."),
+         {QStringLiteral("SUBMISSION_ID"), QStringLiteral("KEY")},
+         {},
+         {}});
+    commands.append(
+        {QStringLiteral("submit"),
+         QStringLiteral("--submission S --direction D [--from F] [--flow-field X] [--field KEY=VALUE]..."),
+         QStringLiteral("Submit a step (POST /step); print the next step."),
+         QStringLiteral(
+             "Sends a step with the given values and prints the step document the backend answers."),
+         {},
+         {valueOption(QStringLiteral("submission"), QStringLiteral("Submission id (required)."),
+                      QStringLiteral("S")),
+          valueOption(QStringLiteral("direction"), QStringLiteral("Direction id asked for (required)."),
+                      QStringLiteral("D")),
+          valueOption(QStringLiteral("from"), QStringLiteral("Direction id of the step being left."),
+                      QStringLiteral("F")),
+          valueOption(QStringLiteral("flow-field"), QStringLiteral("Flow button that caused the move."),
+                      QStringLiteral("X")),
+          valueOption(QStringLiteral("field"),
+                      QStringLiteral("A submitted value; may be repeated, order is kept."),
+                      QStringLiteral("KEY=VALUE"))},
+         {QStringLiteral("submission"), QStringLiteral("direction")}});
+    commands.append(
+        {QStringLiteral("upload"),
+         QStringLiteral("--submission S --key K --from F FILE"),
+         QStringLiteral("Upload a file for an upload field (POST /step/uploadFile, multipart)."),
+         QStringLiteral("Uploads FILE for the field KEY. The file's type is guessed from its name and "
+                        "contents; a name without a suffix gets the type's suffix in upper case.\n"
+                        "Prints nothing on success."),
+         {QStringLiteral("FILE")},
+         {valueOption(QStringLiteral("submission"), QStringLiteral("Submission id (required)."),
+                      QStringLiteral("S")),
+          valueOption(QStringLiteral("key"), QStringLiteral("Key of the upload field (required)."),
+                      QStringLiteral("K")),
+          valueOption(QStringLiteral("from"), QStringLiteral("Direction id of the step (required)."),
+                      QStringLiteral("F"))},
+         {QStringLiteral("submission"), QStringLiteral("key"), QStringLiteral("from")}});
+    commands.append({QStringLiteral("products"),
+                     QString(),
+                     QStringLiteral("List the credit products (GET /custom/credit/products)."),
+                     QStringLiteral("Prints the credit products the backend offers."),
+                     {},
+                     {},
+                     {}});
+    commands.append(
+        {QStringLiteral("dates"),
+         QStringLiteral("PRODUCT_ID"),
+         QStringLiteral("First-instalment dates of a product (GET /custom/credit/installmentDates)."),
+         QStringLiteral("Prints the dates on which the first instalment of the product may fall. The "
+                        "preferred date sent is the present moment."),
+         {QStringLiteral("PRODUCT_ID")},
+         {},
+         {}});
+    commands.append(
+        {QStringLiteral("details"),
+         QStringLiteral("--product P --amount A --periods N"),
+         QStringLiteral("Calculate an instalment plan (POST /custom/credit/installmentDetails)."),
+         QStringLiteral("Asks the backend for the plan of a credit and prints it. A is an exact decimal "
+                        "amount such as 1500.50."),
+         {},
+         {valueOption(QStringLiteral("product"), QStringLiteral("Product id (required)."),
+                      QStringLiteral("P")),
+          valueOption(QStringLiteral("amount"), QStringLiteral("Amount (required)."), QStringLiteral("A")),
+          valueOption(QStringLiteral("periods"), QStringLiteral("Number of periods (required)."),
+                      QStringLiteral("N"))},
+         {QStringLiteral("product"), QStringLiteral("amount"), QStringLiteral("periods")}});
+    commands.append({QStringLiteral("kyc-status"),
+                     QStringLiteral("SUBMISSION_ID USER_HASH"),
+                     QStringLiteral("Ask for the identity check status (GET /step/v3/status/kyc/...)."),
+                     QStringLiteral("Prints the verification service's status for a submission and user."),
+                     {QStringLiteral("SUBMISSION_ID"), QStringLiteral("USER_HASH")},
+                     {},
+                     {}});
+    return commands;
+}
+
+} // namespace
+
+const QList<CommandSpec>& CommandSpec::all() {
+    static const QList<CommandSpec> commands = makeCommands();
+    return commands;
+}
+
+const CommandSpec* CommandSpec::find(const QString& name) {
+    for (const CommandSpec& command : all()) {
+        if (command.name == name)
+            return &command;
+    }
+    return nullptr;
+}
+
+QString CommandSpec::overview() {
+    QString text =
+        QStringLiteral("Usage: tessara COMMAND [ARGUMENTS] [--backend URL] [--timeout S]\n\n"
+                       "Talks to a backend with the same client a host application embeds, or decodes "
+                       "saved answers by the same rules.\n\nCommands:\n");
+    for (const CommandSpec& command : all()) {
+        const QString call =
+            command.synopsis.isEmpty() ? command.name : command.name + QLatin1Char(' ') + command.synopsis;
+        text += QStringLiteral("  %1\n      %2\n").arg(call, command.summary);
+    }
+    text += QStringLiteral(
+        "\nOptions of every command that talks to the backend:\n"
+        "  --backend URL  Base URL of the backend (default: the compiled-in endpoint).\n"
+        "  --timeout S    Give up after S seconds without a result (default 70). A refused request that\n"
+        "                 carries no explanation is never answered by the client; this ends the wait.\n"
+        "\nAnswers are printed on standard output as JSON with sorted keys. Errors are printed on standard\n"
+        "error with the client's words, or the backend's own message; the exit status is then 1.\n"
+        "Wrong usage exits with status 2. \"tessara COMMAND --help\" explains one command.\n");
+    return text;
+}
+
+} // namespace tessara::tool
