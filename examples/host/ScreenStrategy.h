@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+
+namespace tessara {
+class TSRViewController;
+} // namespace tessara
+
+namespace tessara::demo {
+
+class AnswerBook;
+class DemoLog;
+
+// What the autopilot does next on a screen, once a strategy has filled it.
+struct StepPlan {
+    enum class Kind {
+        forward, // press `button`, which leads to `directionId`
+        close,   // press `button` (the closing screen's button or the close button)
+        stop,    // end the run with `exitCode` and `message`
+    };
+    Kind kind = Kind::stop;
+    QPointer<QAbstractButton> button;
+    QString directionId;
+    // How many controls the strategy entered something into.
+    int filled = 0;
+    int exitCode = 1;
+    QString message;
+
+    static StepPlan stop(int exitCode, QString message) {
+        StepPlan plan;
+        plan.exitCode = exitCode;
+        plan.message = std::move(message);
+        return plan;
+    }
+};
+
+// What a strategy may consult while it drives a screen.
+struct StepContext {
+    const AnswerBook& answers;
+    DemoLog& log;
+    // The direction ids of the steps shown so far in this run, the current one last.
+    const QStringList& shownSteps;
+};
+
+// How the autopilot drives one kind of step screen. Each kind of screen the SDK can show gets
+// one small class; the autopilot itself knows nothing about controls.
+class ScreenStrategy {
+public:
+    virtual ~ScreenStrategy() = default;
+
+    // True when this strategy drives steps of `type`.
+    virtual bool handles(const QString& type) const = 0;
+    // False for a strategy that only reports that this build cannot show such a step.
+    virtual bool drives() const { return true; }
+    // Fills `screen` and says what to press; presses nothing itself.
+    virtual StepPlan prepare(TSRViewController& screen, const StepContext& context) = 0;
+};
+
+} // namespace tessara::demo
