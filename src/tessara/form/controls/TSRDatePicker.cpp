@@ -4,6 +4,7 @@
 
 #include <QCalendarWidget>
 #include <QDateEdit>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 
@@ -15,6 +16,30 @@ constexpr int kHeight = 44;
 QString css(const QColor& c) {
     return c.name(QColor::HexArgb);
 }
+// Tints the date editor's calendar just before it can first open (a press or a key).
+class CalendarTint : public QObject {
+public:
+    CalendarTint(const QColor& tint, QDateEdit* edit)
+        : QObject(edit)
+        , tint_(tint) {}
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const QEvent::Type type = event->type();
+        if (type == QEvent::MouseButtonPress || type == QEvent::KeyPress) {
+            if (QCalendarWidget* calendar = static_cast<QDateEdit*>(watched)->calendarWidget()) {
+                QPalette p = calendar->palette();
+                p.setColor(QPalette::Highlight, tint_);
+                calendar->setPalette(p);
+            }
+            watched->removeEventFilter(this);
+        }
+        return false;
+    }
+
+private:
+    QColor tint_;
+};
+
 } // namespace
 
 TSRDatePicker::TSRDatePicker(QWidget* parent)
@@ -51,11 +76,9 @@ void TSRDatePicker::setup() {
                                               "QDateEdit:focus{color:%3;}"
                                               "QDateEdit::drop-down{width:0;border:none;}")
                                    .arg(css(pill), css(theme.textColor()), css(theme.tintColor())));
-    if (QCalendarWidget* calendar = datePicker_->calendarWidget()) {
-        QPalette p = calendar->palette();
-        p.setColor(QPalette::Highlight, theme.tintColor());
-        calendar->setPalette(p);
-    }
+    // The calendar is made when the user first reaches for it: made up front it costs more
+    // than the rest of the control together (a long form has many dates).
+    datePicker_->installEventFilter(new CalendarTint(theme.tintColor(), datePicker_));
 
     // A date the user never touches still has to be submitted: it starts as the field's own
     // value when that is a date of the wire form, else today.
