@@ -37,6 +37,18 @@ std::optional<json> parseJson(const QByteArray& bytes, QString* error) {
     }
 }
 
+// Reads and parses one definition file; every failure is reported with the file's path.
+std::optional<json> readJsonFile(const QString& path, const std::optional<QByteArray>& bytes,
+                                 QStringList& errors) {
+    if (!bytes)
+        return std::nullopt;
+    QString syntax;
+    auto root = parseJson(*bytes, &syntax);
+    if (!root)
+        errors << QStringLiteral("%1 %2").arg(path, syntax);
+    return root;
+}
+
 QString quoted(const std::string& text) {
     return QLatin1Char('"') + QString::fromStdString(text) + QLatin1Char('"');
 }
@@ -58,15 +70,9 @@ QByteArray dumped(const json& value) {
 
 // Reads the strict format of process.json into `process`.
 void readProcessFile(const QString& path, ProcessDefinition& process, QStringList& errors) {
-    const auto bytes = readFile(path, errors);
-    if (!bytes)
+    const auto root = readJsonFile(path, readFile(path, errors), errors);
+    if (!root)
         return;
-    QString syntax;
-    const auto root = parseJson(*bytes, &syntax);
-    if (!root) {
-        errors << QStringLiteral("%1 %2").arg(path, syntax);
-        return;
-    }
     if (!root->is_object()) {
         errors << QStringLiteral("%1: must hold a JSON object").arg(path);
         return;
@@ -154,12 +160,9 @@ void readProducts(const QString& path, ProcessDefinition& process, QStringList& 
         process.products = std::move(*products);
         return;
     }
-    QString syntax;
-    const auto root = parseJson(*bytes, &syntax);
-    if (!root) {
-        errors << QStringLiteral("%1 %2").arg(path, syntax);
+    const auto root = readJsonFile(path, bytes, errors);
+    if (!root)
         return;
-    }
     if (!root->is_array()) {
         errors << QStringLiteral("%1: must hold a JSON array of credit products").arg(path);
         return;
