@@ -6,11 +6,11 @@
 #include "tessara/api/TSRRootController.h"
 #include "tessara/api/TSRViewController.h"
 #include "tessara/form/TSRFormController.h"
+#include "tessara/platform/Alert.h"
 
 #include <QAbstractAnimation>
 #include <QApplication>
 #include <QGraphicsOpacityEffect>
-#include <QMessageBox>
 #include <QScrollArea>
 #include <QTest>
 
@@ -26,7 +26,7 @@ constexpr qint64 kMaxSettleMs = 1500;
 constexpr qint64 kRefusalGraceMs = 800;
 constexpr int kLayoutPasses = 4;
 
-QString alertTitle(const QMessageBox& box) {
+QString alertTitle(const Alert& box) {
     return box.text().isEmpty() ? box.windowTitle() : box.text();
 }
 
@@ -109,9 +109,9 @@ TSRViewController* Autopilot::visibleScreen() const {
     return nullptr;
 }
 
-QMessageBox* Autopilot::newAlert() {
+Alert* Autopilot::newAlert() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        auto* box = qobject_cast<QMessageBox*>(window);
+        auto* box = qobject_cast<Alert*>(window);
         if (box && box != alert_ && box->isVisible() && box->objectName() == QLatin1String("alert"))
             return box;
     }
@@ -143,7 +143,7 @@ void Autopilot::tick() {
         ~Release() { flag = false; }
     } release{busy_};
 
-    if (QMessageBox* box = newAlert()) {
+    if (Alert* box = newAlert()) {
         handleAlert(box);
         return;
     }
@@ -312,7 +312,7 @@ void Autopilot::press(QAbstractButton* button) {
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
-void Autopilot::handleAlert(QMessageBox* box) {
+void Autopilot::handleAlert(Alert* box) {
     progressed();
     alert_ = box;
     const QString id = currentId();

@@ -4,6 +4,7 @@
 #include "host/ScreenStrategies.h"
 #include "host/ScreenshotRecorder.h"
 #include "host/StepTiming.h"
+#include "tessara/platform/Alert.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -14,7 +15,6 @@
 #include <vector>
 
 class QAbstractButton;
-class QMessageBox;
 
 namespace tessara {
 class TSRViewController;
@@ -78,11 +78,11 @@ private:
 
     void tick();
     TSRViewController* visibleScreen() const;
-    QMessageBox* newAlert();
+    Alert* newAlert();
     bool settled(TSRViewController* screen) const;
     void onNewScreen(TSRViewController* screen);
     void act(TSRViewController* screen);
-    void handleAlert(QMessageBox* alert);
+    void handleAlert(Alert* alert);
     void press(QAbstractButton* button);
     void progressed();
     void finish(int exitCode, const QString& message);
@@ -102,7 +102,7 @@ private:
     QElapsedTimer clock_;
     Phase phase_ = Phase::waitingForScreen;
     QPointer<TSRViewController> screen_;
-    QPointer<QMessageBox> alert_;
+    QPointer<Alert> alert_;
     QPointer<QAbstractButton> pressed_;
     qint64 phaseStartedMs_ = 0;
     qint64 buttonBackSinceMs_ = -1;

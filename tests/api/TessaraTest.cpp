@@ -7,6 +7,7 @@
 #include "tessara/platform/ActivityIndicator.h"
 
 #include <QLoggingCategory>
+#include <memory>
 
 namespace tessara::test {
 namespace {
@@ -130,6 +131,29 @@ TEST(TessaraStart, EachCallMakesAFreshRootAndTheLinksFollowTheNewest) {
     EXPECT_EQ(tessara.rootController(), second);
     // The newest root is on top of the host's other children.
     EXPECT_EQ(host.children().last(), second.data());
+}
+
+TEST(TessaraStart, TheCallbackArrivesEvenAfterTheTessaraObjectIsGone) {
+    LoopbackHttpServer server;
+    server.enqueue(CannedResponse::json(200, kFirstStep).afterMs(100));
+    HostWidget host;
+    auto tessara = std::make_unique<Tessara>(server.url(QStringLiteral("/api")), TSRAppearance());
+
+    Outcome outcome;
+    tessara->startProcess(QStringLiteral("p-1"), std::nullopt, &host, [&](TSRResult<bool> result) {
+        ++outcome.calls;
+        outcome.result = result;
+    });
+    tessara.reset();
+
+    ASSERT_TRUE(waitUntil([&] { return outcome.calls > 0; }));
+    settle(50);
+    EXPECT_EQ(outcome.calls, 1);
+    ASSERT_TRUE(outcome.result->isSuccess());
+    // The root belongs to the host's widget, so the step is still shown.
+    auto* root = host.findChild<TSRRootController*>();
+    ASSERT_NE(root, nullptr);
+    EXPECT_NE(root->navigationChild(), nullptr);
 }
 
 TEST(TessaraRequests, OpenStepAsksForTheCurrentStepOfTheDirection) {

@@ -80,7 +80,7 @@ TEST_P(CloseFlow, AsksOnlyWhenEnteredDataWouldBeLost) {
         return;
     }
 
-    QMessageBox* alert = screen.alert();
+    Alert* alert = screen.alert();
     ASSERT_NE(alert, nullptr);
     EXPECT_EQ(alert->text(), QStringLiteral("Сигурни ли сте, че искате да затворите формуляра?"));
     EXPECT_EQ(alert->informativeText(),

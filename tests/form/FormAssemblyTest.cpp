@@ -9,6 +9,7 @@
 #include "tessara/form/controls/TSRA1Button.h"
 #include "tessara/form/controls/TSRA1ImageView.h"
 
+#include <QLabel>
 #include <QVBoxLayout>
 #include <cmath>
 
@@ -109,6 +110,22 @@ TEST(ControlFactory, HiddenRulePrecedence) {
         EXPECT_EQ(control->widget()->isHidden(), c.hidden)
             << c.hideInEndUserFrontend.value_or(-1) << " "
             << c.variableType.value_or("<absent>").toStdString() << " " << c.isHidden.value_or(-1);
+    }
+}
+
+TEST(FormAssembly, StepNameIsTheBarTitle) {
+    const struct {
+        const char* json;
+        QString title;
+    } cases[] = {
+        {R"({"type":"FORM","name":"Лични данни","fields":[]})", QStringLiteral("Лични данни")},
+        {R"({"type":"FORM","fields":[]})", QString()},
+    };
+    for (const auto& c : cases) {
+        FormScreen screen(stepFromJson(c.json));
+        EXPECT_EQ(screen.form()->navigationTitle(), c.title) << c.json;
+        EXPECT_EQ(screen.navigation->navigationBar()->title(), c.title) << c.json;
+        EXPECT_EQ(screen.navigation->navigationBar()->titleLabel()->text(), c.title) << c.json;
     }
 }
 

@@ -8,9 +8,9 @@
 #include "tessara/documents/JsonCoding.h"
 #include "tessara/documents/SubmissionJSON.h"
 #include "tessara/form/TSRFormController.h"
+#include "tessara/platform/Alert.h"
 
 #include <QAbstractButton>
-#include <QMessageBox>
 #include <QPointer>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -83,7 +83,7 @@ public:
     }
 
     // The alert the screen shows, if any.
-    QMessageBox* alert() const { return find<QMessageBox>(QStringLiteral("alert")); }
+    Alert* alert() const { return find<Alert>(QStringLiteral("alert")); }
 
     LoopbackHttpServer server;
     QPointer<TSRNavigationViewController> navigation;

@@ -57,7 +57,7 @@ TEST(Popup, FlowButtonOfPopupTypeShowsTheConsentTextAndNeverSubmits) {
     FormScreen screen(step);
     screen.click(QStringLiteral("TSRFlowButton.info"));
 
-    QMessageBox* alert = screen.alert();
+    Alert* alert = screen.alert();
     ASSERT_NE(alert, nullptr);
     EXPECT_EQ(alert->text(), QStringLiteral("Какво приемам?"));
     EXPECT_EQ(alert->informativeText(),

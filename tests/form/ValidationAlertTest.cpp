@@ -99,7 +99,7 @@ TEST_P(ValidationAlert, ShowsTheFieldsMessageAndSendsNothing) {
 
     screen.click(QStringLiteral("TSRFlowButton.go"));
 
-    QMessageBox* alert = screen.alert();
+    Alert* alert = screen.alert();
     ASSERT_NE(alert, nullptr);
     EXPECT_EQ(alert->text(), c.title);
     EXPECT_EQ(alert->informativeText(), c.message);

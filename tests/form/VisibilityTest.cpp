@@ -136,3 +136,48 @@ TEST(VisibilityDeathTest, RuleWithoutOperatorOrHideFlagEndsTheProgram) {
                                                          userInfo),
                  "hide flag");
 }
+
+namespace {
+// Records every height a widget is given.
+class HeightLog : public QObject {
+public:
+    std::vector<int> heights;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Resize)
+            heights.push_back(static_cast<QWidget*>(watched)->height());
+        return false;
+    }
+};
+} // namespace
+
+TEST(Visibility, AnAppearingSectionDoesNotSqueezeTheColumnOnTheWay) {
+    // Taller than the screen, so the column has to grow when the section shows.
+    QString fields;
+    for (int i = 0; i < 14; ++i)
+        fields += QStringLiteral(R"({"type":"INPUT","key":"in%1","label":"Поле %1"},)").arg(i);
+    SubmissionJSON step =
+        stepFromJson((QStringLiteral(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
+        {"type":"CHECKBOX","key":"more","label":"Още"},)") +
+                      fields + QStringLiteral(R"({"type":"SECTION","key":"extra","hidden":true}]})"))
+                         .toUtf8());
+    step.fields.back().fields = stepFromJson(R"({"fields":[
+        {"type":"GROUP","key":"g","condition":{"fieldKey":"more","sectionKey":"extra","value":"true","operator":"EQUAL","hide":false}},
+        {"type":"INPUT","key":"a","label":"А"},{"type":"INPUT","key":"b","label":"Б"},
+        {"type":"INPUT","key":"c","label":"В"}]})")
+                                    .fields;
+    FormScreen screen(step);
+    settle(50);
+
+    auto* first = screen.find<QWidget>(QStringLiteral("TSRInputField.in0"));
+    ASSERT_NE(first, nullptr);
+    const int settledHeight = first->height();
+    HeightLog log;
+    first->installEventFilter(&log);
+
+    screen.find<TSRCheckbox>(QStringLiteral("TSRCheckbox.more"))->setSelected(true);
+    settle(50);
+    EXPECT_TRUE(screen.find<TSRSectionView>(QStringLiteral("TSRSectionView.extra"))->isVisible());
+    EXPECT_EQ(first->height(), settledHeight);
+    for (int h : log.heights)
+        EXPECT_EQ(h, settledHeight) << "the column was squeezed for a pass";
+}

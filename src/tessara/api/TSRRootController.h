@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/TSRViewController.h"
 
 #include <QPointer>
@@ -8,7 +9,6 @@
 namespace tessara {
 
 class ActivityIndicator;
-class TSRNavigationViewController;
 
 // The screen a start or open call puts over the host's widget: the theme background with a
 // large spinning loader until the first step arrives, then that step's navigation screen.

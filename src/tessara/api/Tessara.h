@@ -48,7 +48,10 @@ public:
     // delegate's widget. `callingServiceToken`, when present, is sent in that one request
     // only. `didStartProcess` is called exactly once, on the main thread: with true after the
     // first step screen is on screen, or with the error (the root then stays with its
-    // loader, see above).
+    // loader, see above). The call is not tied to this object's lifetime: the callback is
+    // delivered, and the first step shown, even if the Tessara object was destroyed in the
+    // meantime (the root belongs to the delegate's widget). A host whose callback must not
+    // run after it is gone guards it itself, e.g. with a QPointer to its own object.
     void startProcess(const QString& processId, std::optional<QString> callingServiceToken,
                       TSRDelegate* delegate, Completion didStartProcess);
     // Reopens the current step of direction `directionId` (GET "/step/direction/<id>/current");

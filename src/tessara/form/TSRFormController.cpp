@@ -66,6 +66,9 @@ void TSRFormController::loadViewIfNeeded() {
     viewLoaded_ = true;
 
     applyTheme();
+    // The step's name is its title in the bar; a nameless step keeps an empty bar.
+    if (ui->name && !ui->name->isEmpty())
+        setNavigationTitle(*ui->name);
     buildContent();
     if (Tessara::appearance().showCloseButton()) {
         auto* close = new CloseGlyphButton; // owned by this screen through setRightBarItem
@@ -102,6 +105,9 @@ void TSRFormController::buildContent() {
     stackLayout_ = new QVBoxLayout(stackView_);
     stackLayout_->setSpacing(kSpacingBetweenElements);
     stackLayout_->setContentsMargins(padding(), kVerticalInset, padding(), kVerticalInset);
+    // The column grows before its controls are laid out: otherwise a section that appears
+    // squeezes every control to its minimum for one pass, until the scroll area catches up.
+    stackLayout_->setSizeConstraint(QLayout::SetMinimumSize);
 
     formFields_ = TSRControlFactory::makeControls(ui->fields, stackView_);
 

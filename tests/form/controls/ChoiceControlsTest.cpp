@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <gtest/gtest.h>
 
 using namespace tessara;
@@ -187,6 +188,49 @@ TEST(ChoiceControls, ConsentLinkAsksTheScreenForTheConsentDocument) {
     lonely->show();
     QTest::mouseClick(lonely->linkButton(), Qt::LeftButton);
     EXPECT_EQ(screen.links.size(), 1u);
+}
+
+TEST(ChoiceControls, ConsentShowsItsWholeTitleAndLinkInAFormColumn) {
+    const struct {
+        const char* name;
+        const char* label;
+        const char* link;
+        bool linkBelow;
+    } cases[] = {
+        {"short", "Приемам", "общите условия", false},
+        {"longTitleWraps", "Запознах се с Общите условия и Тарифата на банката и ги приемам", "Прочетете ги",
+         false},
+        {"longLinkGoesBelow", "Запознах се с Общите условия", "Прочетете Общите условия", true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        ScreenStub screen;
+        auto* column = new QVBoxLayout(&screen);
+        column->setContentsMargins(16, 0, 16, 0);
+        FieldJSON field = makeField(FieldType::consent, QStringLiteral("terms"), QString::fromUtf8(c.label));
+        field.directionLabel = QString::fromUtf8(c.link);
+        auto* consent = makeControl<TSRConsentToggle>(field, &screen);
+        column->addWidget(consent);
+        column->addStretch(1);
+        screen.resize(390, 600);
+        screen.show();
+        QTest::qWait(1);
+
+        TSRCheckbox* box = consent->checkbox();
+        QPushButton* link = consent->linkButton();
+        EXPECT_EQ(consent->height(), consent->heightForWidth(consent->width()));
+        EXPECT_GE(box->height(), box->heightForWidth(box->width())) << "the title is cut";
+        EXPECT_TRUE(consent->rect().contains(box->geometry()));
+        EXPECT_TRUE(consent->rect().contains(link->geometry()));
+        EXPECT_EQ(link->width(), link->sizeHint().width()) << "the link is cut";
+        if (c.linkBelow) {
+            EXPECT_GE(link->y(), box->firstBaseline());
+            EXPECT_EQ(link->x(), TSRCheckbox::titleIndent());
+        } else {
+            EXPECT_GE(link->x(), box->geometry().right());
+            EXPECT_LT(link->y(), box->firstBaseline());
+        }
+    }
 }
 
 TEST(ChoiceControls, RadioRowsFollowTheOptionsAndStoreTheChosenValue) {

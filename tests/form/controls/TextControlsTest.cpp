@@ -6,6 +6,7 @@
 
 #include <QDate>
 #include <QDateEdit>
+#include <QLocale>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -132,6 +133,27 @@ TEST(TextControls, TrimmingRemovesBlanksNewlinesAndControlCharactersAtBothEnds) 
     };
     for (const auto& [input, expected] : cases)
         EXPECT_EQ(trimmedForSubmission(input), expected) << input.toStdString();
+}
+
+TEST(TextControls, DatePickerShowsTheDateInTheApplicationsLocale) {
+    const struct {
+        QLocale locale;
+        QString shown;
+    } cases[] = {
+        {QLocale(QLocale::Bulgarian, QLocale::Bulgaria), QStringLiteral("17.05.1990 г.")},
+        {QLocale(QLocale::German, QLocale::Germany), QStringLiteral("17.05.1990")},
+        {QLocale(QLocale::English, QLocale::UnitedStates), QStringLiteral("5/17/1990")},
+    };
+    const QLocale before;
+    for (const auto& c : cases) {
+        QLocale::setDefault(c.locale);
+        FieldJSON field = makeField(FieldType::date, QStringLiteral("birthDate"), QStringLiteral("Роден"));
+        field.value = QStringLiteral("1990-05-17");
+        auto picker = makeControl<TSRDatePicker>(field);
+        EXPECT_EQ(picker->datePicker()->text(), c.shown) << c.locale.name().toStdString();
+        EXPECT_EQ(picker->value, QStringLiteral("1990-05-17"));
+    }
+    QLocale::setDefault(before);
 }
 
 TEST(TextControls, DatePickerStartsWithTheFieldsDateOrToday) {

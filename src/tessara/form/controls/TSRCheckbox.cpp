@@ -85,6 +85,10 @@ int TSRCheckbox::firstBaseline() const {
     return titleRect(width()).top() + QFontMetrics(font()).ascent();
 }
 
+int TSRCheckbox::titleIndent() {
+    return kBoxSize + kImagePadding;
+}
+
 QSize TSRCheckbox::sizeHint() const {
     const QFontMetrics fm(font());
     const int w = kBoxSize + kImagePadding + fm.horizontalAdvance(text()) + 2;

@@ -30,6 +30,8 @@ public:
 
     // Where the title's first line sits, so a neighbour can align to it.
     int firstBaseline() const;
+    // Distance from the leading edge to the title, past the box.
+    static int titleIndent();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

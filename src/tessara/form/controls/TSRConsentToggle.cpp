@@ -18,25 +18,49 @@ namespace tessara {
 namespace {
 constexpr int kLinkSpacing = 5; // between the checkbox and the link
 constexpr int kChevronSize = 14;
+// Below the checkbox, the link tucks into the checkbox's bottom padding by this much.
+constexpr int kLinkTuck = 8;
+constexpr int kBottomPadding = 6;
 
-// Lays the checkbox at the leading edge and the link right after it, on the same baseline.
+// The link goes right after the checkbox, on its first baseline, while that leaves the
+// checkbox at least half the width; otherwise (a long link or a narrow screen) it goes
+// under the checkbox's title, so neither is squeezed into a column of cut words.
 class ConsentLayout {
 public:
     ConsentLayout(const TSRCheckbox* checkbox, const QPushButton* link, int width)
         : linkSize(link->sizeHint()) {
-        const int available = std::max(1, width - linkSize.width() - kLinkSpacing);
-        checkboxWidth = std::min(checkbox->sizeHint().width(), available);
-        checkboxHeight = checkbox->heightForWidth(checkboxWidth);
+        const int natural = checkbox->sizeHint().width();
+        const int available = width - linkSize.width() - kLinkSpacing;
+        below = natural > available && available < width / 2;
+        if (below) {
+            checkboxWidth = std::max(1, width);
+            checkboxHeight = checkbox->heightForWidth(checkboxWidth);
+            linkTop = checkboxHeight - kLinkTuck;
+            linkWidth = std::min(linkSize.width(), std::max(0, width - TSRCheckbox::titleIndent()));
+            height = linkTop + linkSize.height() + kBottomPadding;
+        } else {
+            checkboxWidth = std::max(1, std::min(natural, available));
+            checkboxHeight = checkbox->heightForWidth(checkboxWidth);
+            linkWidth = std::min(linkSize.width(), std::max(0, width - checkboxWidth - kLinkSpacing));
+            height = std::max(checkboxHeight, linkSize.height());
+        }
     }
     QSize linkSize;
+    bool below = false;
     int checkboxWidth = 0;
     int checkboxHeight = 0;
+    int linkTop = 0; // only when below
+    int linkWidth = 0;
+    int height = 0;
 };
 } // namespace
 
 TSRConsentToggle::TSRConsentToggle(QWidget* parent)
     : QWidget(parent) {
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    // Not Fixed: a fixed height would be the one-line size hint and cut a wrapped title.
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
 }
 
 TSRConsentToggle::~TSRConsentToggle() = default;
@@ -114,15 +138,14 @@ QSize TSRConsentToggle::sizeHint() const {
 QSize TSRConsentToggle::minimumSizeHint() const {
     if (!checkbox_)
         return QWidget::minimumSizeHint();
-    return {checkbox_->minimumSizeHint().width() + kLinkSpacing + linkButton_->sizeHint().width(),
-            checkbox_->minimumSizeHint().height()};
+    // A link that does not fit beside the checkbox goes under it, so it adds no width.
+    return checkbox_->minimumSizeHint();
 }
 
 int TSRConsentToggle::heightForWidth(int width) const {
     if (!checkbox_)
         return QWidget::heightForWidth(width);
-    const ConsentLayout layout(checkbox_, linkButton_, width);
-    return std::max(layout.checkboxHeight, layout.linkSize.height());
+    return ConsentLayout(checkbox_, linkButton_, width).height;
 }
 
 void TSRConsentToggle::resizeEvent(QResizeEvent* event) {
@@ -130,12 +153,17 @@ void TSRConsentToggle::resizeEvent(QResizeEvent* event) {
     if (!checkbox_)
         return;
     const ConsentLayout layout(checkbox_, linkButton_, width());
+    if (layout.below) {
+        checkbox_->setGeometry(0, 0, layout.checkboxWidth, layout.checkboxHeight);
+        linkButton_->setGeometry(TSRCheckbox::titleIndent(), layout.linkTop, layout.linkWidth,
+                                 layout.linkSize.height());
+        return;
+    }
     checkbox_->setGeometry(0, 0, layout.checkboxWidth, height());
     const QFontMetrics linkMetrics(linkButton_->font());
     const int linkBaseline = (layout.linkSize.height() - linkMetrics.height()) / 2 + linkMetrics.ascent();
-    const int linkWidth = std::min(layout.linkSize.width(), width() - layout.checkboxWidth - kLinkSpacing);
     linkButton_->setGeometry(layout.checkboxWidth + kLinkSpacing, checkbox_->firstBaseline() - linkBaseline,
-                             std::max(0, linkWidth), layout.linkSize.height());
+                             layout.linkWidth, layout.linkSize.height());
 }
 
 } // namespace tessara

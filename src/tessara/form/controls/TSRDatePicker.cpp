@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLocale>
 
 namespace tessara {
 
@@ -15,6 +16,16 @@ constexpr int kHeight = 44;
 
 QString css(const QColor& c) {
     return c.name(QColor::HexArgb);
+}
+
+// The locale's own short date, with the year in full ("17.05.1990 г." in Bulgarian): a phone's
+// compact date control reads this way. Only the display follows the locale; `value` keeps the
+// wire form.
+QString displayFormat(const QLocale& locale) {
+    QString format = locale.dateFormat(QLocale::ShortFormat);
+    if (!format.contains(QLatin1String("yyyy")))
+        format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+    return format;
 }
 // Tints the date editor's calendar just before it can first open (a press or a key).
 class CalendarTint : public QObject {
@@ -66,7 +77,9 @@ void TSRDatePicker::setup() {
     datePicker_->setObjectName(accessibilityIdentifier() + QStringLiteral(".datePicker"));
     datePicker_->setAccessibleName(datePicker_->objectName());
     datePicker_->setCalendarPopup(true);
-    datePicker_->setDisplayFormat(QStringLiteral("d MMM yyyy"));
+    const QLocale locale; // the application's
+    datePicker_->setLocale(locale);
+    datePicker_->setDisplayFormat(displayFormat(locale));
     datePicker_->setFont(theme.font());
     datePicker_->setMinimumHeight(kHeight - 8);
     datePicker_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
