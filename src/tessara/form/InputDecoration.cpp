@@ -48,6 +48,16 @@ InputDecoration* InputDecoration::of(const QWidget* input) {
     return input ? input->findChild<InputDecoration*>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
 }
 
+void InputDecoration::applyTextStyle(QWidget* input) {
+    TSRAppearance& theme = currentAppearance();
+    input->setFont(theme.inputFont());
+    QPalette p = input->palette();
+    p.setColor(QPalette::Text, theme.inputTextColor());
+    p.setColor(QPalette::PlaceholderText, TSRAppearance::placeholderTextColor());
+    p.setColor(QPalette::Highlight, theme.tintColor());
+    input->setPalette(p);
+}
+
 InputDecoration* InputDecoration::apply(QWidget* input) {
     InputDecoration* decoration = of(input);
     if (!decoration)

@@ -20,6 +20,9 @@ public:
     // Decorates `input` (a QLineEdit, a QPlainTextEdit or any widget) from the current
     // theme. Calling it again re-reads the theme. The decoration is a child of `input`.
     static InputDecoration* apply(QWidget* input);
+    // The text look every input shares: the theme's input font and text colour, the
+    // placeholder colour and the tint as selection colour.
+    static void applyTextStyle(QWidget* input);
     // The decoration installed on `input`, or nullptr.
     static InputDecoration* of(const QWidget* input);
 

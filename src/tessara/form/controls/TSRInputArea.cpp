@@ -21,17 +21,11 @@ TSRInputArea::TSRInputArea(QWidget* parent)
 
 void TSRInputArea::setup() {
     applyAccessibilityIdentifier();
-    TSRAppearance& theme = currentAppearance();
     placeholder = field->label;
     // The native placeholder keeps the rule a user sees: while it shows, nothing is held.
     setPlaceholderText(placeholder.value_or(QString()));
     InputDecoration::apply(this);
-    setFont(theme.inputFont());
-    QPalette p = palette();
-    p.setColor(QPalette::Text, theme.inputTextColor());
-    p.setColor(QPalette::PlaceholderText, TSRAppearance::placeholderTextColor());
-    p.setColor(QPalette::Highlight, theme.tintColor());
-    setPalette(p);
+    InputDecoration::applyTextStyle(this);
     setViewportMargins(kPadding, kPadding / 2, kPadding, kPadding / 2);
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
         const QString text = toPlainText();

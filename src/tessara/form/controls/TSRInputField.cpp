@@ -21,14 +21,8 @@ TSRInputField::TSRInputField(QWidget* parent)
 void TSRInputField::setup() {
     applyAccessibilityIdentifier();
     setPlaceholderText(field->label.value_or(QString()));
-    TSRAppearance& theme = currentAppearance();
     InputDecoration::apply(this);
-    setFont(theme.inputFont());
-    QPalette p = palette();
-    p.setColor(QPalette::Text, theme.inputTextColor());
-    p.setColor(QPalette::PlaceholderText, TSRAppearance::placeholderTextColor());
-    p.setColor(QPalette::Highlight, theme.tintColor());
-    setPalette(p);
+    InputDecoration::applyTextStyle(this);
     setTextMargins(kHorizontalPadding, 0, kHorizontalPadding, 0);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
         value = text.isEmpty() ? std::nullopt : std::optional<QString>(text);
