@@ -1,6 +1,7 @@
 #include "tessara/form/ButtonAppearance.h"
 
 #include "tessara/form/CurrentAppearance.h"
+#include "tessara/platform/CssColor.h"
 
 #include <QEvent>
 #include <QPushButton>
@@ -20,14 +21,6 @@ double contrast(const QColor& a, const QColor& b) {
     const double la = luminance(a);
     const double lb = luminance(b);
     return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
-
-QString css(const QColor& c) {
-    return QStringLiteral("rgba(%1,%2,%3,%4)")
-        .arg(c.red())
-        .arg(c.green())
-        .arg(c.blue())
-        .arg(c.alphaF(), 0, 'f', 3);
 }
 
 QColor withAlpha(QColor c, double alpha) {
@@ -146,11 +139,12 @@ void ButtonAppearance::applyStyleSheet() {
                        "QPushButton:pressed{background-color:%6;}"
                        "QPushButton:focus{border-color:%7;}"
                        "QPushButton:disabled{background-color:%8;color:%9;}")
-            .arg(css(normal), css(textColor_))
+            .arg(cssColor(normal), cssColor(textColor_))
             .arg(radius, 0, 'f', 1)
             .arg(padding)
-            .arg(css(hover), css(pressed), css(solid ? tint_.darker(140) : withAlpha(tint_, 0.8)),
-                 css(disabledBackground), css(disabledText));
+            .arg(cssColor(hover), cssColor(pressed),
+                 cssColor(solid ? tint_.darker(140) : withAlpha(tint_, 0.8)), cssColor(disabledBackground),
+                 cssColor(disabledText));
     // Setting an equal sheet again would only restyle for nothing (and resize loops).
     if (button_->styleSheet() != sheet)
         button_->setStyleSheet(sheet);

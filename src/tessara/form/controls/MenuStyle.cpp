@@ -2,20 +2,11 @@
 
 #include "tessara/form/CurrentAppearance.h"
 #include "tessara/form/controls/Glyphs.h"
+#include "tessara/platform/CssColor.h"
 
 #include <QMenu>
 
 namespace tessara {
-
-namespace {
-QString css(const QColor& c) {
-    return QStringLiteral("rgba(%1,%2,%3,%4)")
-        .arg(c.red())
-        .arg(c.green())
-        .arg(c.blue())
-        .arg(c.alphaF(), 0, 'f', 3);
-}
-} // namespace
 
 void applyMenuStyle(QMenu* menu) {
     TSRAppearance& theme = currentAppearance();
@@ -35,8 +26,8 @@ void applyMenuStyle(QMenu* menu) {
                        "QMenu::item:disabled{color:%5;}"
                        "QMenu::icon{left:10px;}"
                        "QMenu::indicator{width:0px;height:0px;}")
-            .arg(css(panel), css(border), css(theme.textColor()), css(wash),
-                 css(TSRAppearance::placeholderTextColor())));
+            .arg(cssColor(panel), cssColor(border), cssColor(theme.textColor()), cssColor(wash),
+                 cssColor(TSRAppearance::placeholderTextColor())));
 }
 
 void markCheckedActions(QMenu* menu) {

@@ -1,6 +1,7 @@
 #include "tessara/form/controls/TSRDatePicker.h"
 
 #include "tessara/form/CurrentAppearance.h"
+#include "tessara/platform/CssColor.h"
 
 #include <QCalendarWidget>
 #include <QDateEdit>
@@ -13,10 +14,6 @@ namespace tessara {
 
 namespace {
 constexpr int kHeight = 44;
-
-QString css(const QColor& c) {
-    return c.name(QColor::HexArgb);
-}
 
 // The locale's own short date, with the year in full ("17.05.1990 г." in Bulgarian): a phone's
 // compact date control reads this way. Only the display follows the locale; `value` keeps the
@@ -84,11 +81,12 @@ void TSRDatePicker::setup() {
     datePicker_->setMinimumHeight(kHeight - 8);
     datePicker_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     const QColor pill = TSRAppearance::secondarySystemBackground();
-    datePicker_->setStyleSheet(QStringLiteral("QDateEdit{background-color:%1;color:%2;border:none;"
-                                              "border-radius:8px;padding:4px 10px;}"
-                                              "QDateEdit:focus{color:%3;}"
-                                              "QDateEdit::drop-down{width:0;border:none;}")
-                                   .arg(css(pill), css(theme.textColor()), css(theme.tintColor())));
+    datePicker_->setStyleSheet(
+        QStringLiteral("QDateEdit{background-color:%1;color:%2;border:none;"
+                       "border-radius:8px;padding:4px 10px;}"
+                       "QDateEdit:focus{color:%3;}"
+                       "QDateEdit::drop-down{width:0;border:none;}")
+            .arg(cssColor(pill), cssColor(theme.textColor()), cssColor(theme.tintColor())));
     // The calendar is made when the user first reaches for it: made up front it costs more
     // than the rest of the control together (a long form has many dates).
     datePicker_->installEventFilter(new CalendarTint(theme.tintColor(), datePicker_));
