@@ -2,9 +2,9 @@
 
 #include "tessara/documents/FieldType.h"
 #include "tessara/documents/SpecialType.h"
+#include "tessara/form/ValidationPattern.h"
 
 #include <QHash>
-#include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
 
@@ -147,7 +147,7 @@ private:
         case FieldType::inputField:
         case FieldType::inputArea:
             if (field.validation && !field.validation->isEmpty() &&
-                !QRegularExpression(*field.validation).isValid())
+                !ValidationPattern(*field.validation).isValid())
                 fail(where(located) +
                      QStringLiteral(": \"validation\" is no valid regular expression, so the "
                                     "field could never be submitted"));

@@ -3,8 +3,7 @@
 #include "tessara/form/CurrentAppearance.h"
 #include "tessara/form/InputDecoration.h"
 #include "tessara/form/TextTrimming.h"
-
-#include <QRegularExpression>
+#include "tessara/form/ValidationPattern.h"
 
 namespace tessara {
 
@@ -49,8 +48,7 @@ std::optional<ControlValidationError> TSRInputField::validateText(TSRControl& co
     if (!pattern || pattern->isEmpty())
         return std::nullopt;
     // A search, not a full match: patterns that must cover the whole text carry anchors.
-    const QRegularExpression expression(*pattern);
-    if (!expression.isValid() || !expression.match(trimmed).hasMatch())
+    if (!ValidationPattern(*pattern).isFoundIn(trimmed))
         return ControlValidationError{Kind::fieldValueInvalid, &control};
     return std::nullopt;
 }
