@@ -2,17 +2,14 @@
 
 #include "host/DemoLog.h"
 #include "host/UnsupportedScreenStrategy.h"
-#include "tessara/api/TSRNavigationViewController.h"
-#include "tessara/api/TSRRootController.h"
-#include "tessara/api/TSRViewController.h"
-#include "tessara/form/TSRFormController.h"
-#include "tessara/platform/Alert.h"
+#include "host/UserGestures.h"
 
 #include <QAbstractAnimation>
+#include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QGraphicsOpacityEffect>
-#include <QScrollArea>
-#include <QTest>
+#include <QLabel>
 
 namespace tessara::demo {
 
@@ -26,8 +23,17 @@ constexpr qint64 kMaxSettleMs = 1500;
 constexpr qint64 kRefusalGraceMs = 800;
 constexpr int kLayoutPasses = 4;
 
-QString alertTitle(const Alert& box) {
-    return box.text().isEmpty() ? box.windowTitle() : box.text();
+// The SDK's alerts are dialogs named "alert" whose title, message and buttons are named too.
+const QString kAlertName = QStringLiteral("alert");
+
+QString labelText(const QDialog& box, const char* name) {
+    const auto* label = box.findChild<QLabel*>(QLatin1String(name));
+    return label ? label->text() : QString();
+}
+
+QString alertTitle(const QDialog& box) {
+    const QString title = labelText(box, "alertTitle");
+    return title.isEmpty() ? box.windowTitle() : title;
 }
 
 } // namespace
@@ -74,7 +80,7 @@ void Autopilot::hostReportedClose(const QString& directionId) {
 }
 
 QString Autopilot::currentId() const {
-    return screen_ && screen_->ui ? screen_->ui->directionId.value_or(QString()) : QString();
+    return screen_.directionId();
 }
 
 void Autopilot::progressed() {
@@ -93,32 +99,16 @@ void Autopilot::finish(int exitCode, const QString& message) {
     Q_EMIT finished(exitCode, message);
 }
 
-TSRViewController* Autopilot::visibleScreen() const {
-    if (!host_)
-        return nullptr;
-    // Each start puts a new root over the host; the newest one that is shown is the one in use.
-    const auto roots = host_->findChildren<TSRRootController*>(Qt::FindDirectChildrenOnly);
-    for (auto it = roots.rbegin(); it != roots.rend(); ++it) {
-        TSRRootController* root = *it;
-        if (!root->isVisible() || !root->navigationChild())
-            continue;
-        TSRViewController* screen = root->navigationChild()->visibleViewController();
-        if (screen && screen->ui)
-            return screen;
-    }
-    return nullptr;
-}
-
-Alert* Autopilot::newAlert() {
+QDialog* Autopilot::newAlert() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        auto* box = qobject_cast<Alert*>(window);
-        if (box && box != alert_ && box->isVisible() && box->objectName() == QLatin1String("alert"))
+        auto* box = qobject_cast<QDialog*>(window);
+        if (box && box != alert_ && box->isVisible() && box->objectName() == kAlertName)
             return box;
     }
     return nullptr;
 }
 
-bool Autopilot::settled(TSRViewController* screen) const {
+bool Autopilot::settled(QWidget* screen) const {
     if (!screen->isVisible() || screen->width() <= 0 || screen->height() <= 0)
         return false;
     // Screens fade in; a picture taken halfway would show a ghost.
@@ -143,11 +133,11 @@ void Autopilot::tick() {
         ~Release() { flag = false; }
     } release{busy_};
 
-    if (Alert* box = newAlert()) {
+    if (QDialog* box = newAlert()) {
         handleAlert(box);
         return;
     }
-    TSRViewController* screen = visibleScreen();
+    const StepScreen screen = StepScreen::visibleIn(host_);
     if (screen && screen != screen_) {
         onNewScreen(screen);
         return;
@@ -157,13 +147,11 @@ void Autopilot::tick() {
     case Phase::settling:
         // At least one full turn of the poll, so posted layout requests have run.
         if (screen_ && now - phaseStartedMs_ >= kPollMs &&
-            (settled(screen_) || now - phaseStartedMs_ > kMaxSettleMs))
+            (settled(screen_.widget()) || now - phaseStartedMs_ > kMaxSettleMs))
             act(screen_);
         break;
     case Phase::awaitingAnswer: {
-        auto* form = qobject_cast<TSRFormController*>(screen_.data());
-        const bool back =
-            pressed_ && pressed_->isEnabled() && screen == screen_ && !(form && form->isLocked());
+        const bool back = pressed_ && pressed_->isEnabled() && screen == screen_ && !screen_.isLocked();
         if (!back) {
             buttonBackSinceMs_ = -1;
         } else if (buttonBackSinceMs_ < 0) {
@@ -181,16 +169,16 @@ void Autopilot::tick() {
     }
 }
 
-void Autopilot::onNewScreen(TSRViewController* screen) {
+void Autopilot::onNewScreen(const StepScreen& screen) {
     progressed();
     const qint64 now = clock_.elapsed();
     if (phase_ == Phase::awaitingAnswer && !timings_.empty())
         timings_.back().answerMs = now - phaseStartedMs_;
     screen_ = screen;
     const QString id = currentId();
-    const QString type = screen->ui->type.value_or(QStringLiteral("no type"));
-    if (screen->ui->submissionId)
-        submissionId_ = *screen->ui->submissionId;
+    const QString type = screen.type().isEmpty() ? QStringLiteral("no type") : screen.type();
+    if (!screen.submissionId().isEmpty())
+        submissionId_ = screen.submissionId();
     log_.line(QStringLiteral("step shown: %1 (%2)").arg(id, type));
     timings_.push_back(StepTiming{id, type});
     shownSteps_.append(id);
@@ -200,9 +188,9 @@ void Autopilot::onNewScreen(TSRViewController* screen) {
         finish(0, QStringLiteral("reached step %1").arg(id));
 }
 
-void Autopilot::act(TSRViewController* screen) {
+void Autopilot::act(const StepScreen& screen) {
     const QString id = currentId();
-    const QString type = screen->ui->type.value_or(QString());
+    const QString type = screen.type();
     qint64 started = clock_.elapsed();
     timings_.back().settleMs = started - phaseStartedMs_;
     screenshots_.captureWidget(host_, id);
@@ -212,8 +200,8 @@ void Autopilot::act(TSRViewController* screen) {
         finish(1, QStringLiteral("no way to drive step %1 of type %2").arg(id, type));
         return;
     }
-    QPointer<TSRViewController> guard(screen);
-    const StepPlan plan = strategy->prepare(*screen, StepContext{config_.answers, log_, shownSteps_});
+    QPointer<QWidget> guard(screen.widget());
+    const StepPlan plan = strategy->prepare(screen, StepContext{config_.answers, log_, shownSteps_});
     timings_.back().fillMs = clock_.elapsed() - started;
     if (plan.kind == StepPlan::Kind::stop) {
         finish(plan.exitCode, plan.message);
@@ -233,12 +221,7 @@ void Autopilot::act(TSRViewController* screen) {
         return;
     }
     // The button is brought into view before the picture, as a user scrolls to it.
-    for (QWidget* w = plan.button->parentWidget(); w; w = w->parentWidget()) {
-        if (auto* area = qobject_cast<QScrollArea*>(w)) {
-            area->ensureWidgetVisible(plan.button, 0, 48);
-            break;
-        }
-    }
+    UserGestures::scrollIntoView(plan.button);
     if (plan.filled > 0)
         screenshots_.captureWidget(host_, id + QStringLiteral("-filled"));
 
@@ -266,7 +249,7 @@ void Autopilot::act(TSRViewController* screen) {
     }
     phaseStartedMs_ = clock_.elapsed();
     pressed_ = plan.button;
-    press(plan.button);
+    UserGestures::click(plan.button);
 }
 
 void Autopilot::finishBeforeUnshowable(const QString& directionId, const QString& type) {
@@ -287,7 +270,9 @@ void Autopilot::backendActivity() {
     if (!timings_.empty())
         timings_.back().answerMs = clock_.elapsed() - phaseStartedMs_;
     const Unshowable next = *unshowable_;
-    withdrawSdkScreens();
+    // Deleted now, not later: the answer may be read on the next turn of the event loop, and
+    // the form drops an answer once it is gone.
+    StepScreen::withdrawAll(host_);
     log_.line(
         QStringLiteral("  the backend answered step %1; this build has no %2 screen, so the SDK's screens "
                        "were taken away before it could fail on it")
@@ -299,25 +284,12 @@ void Autopilot::backendActivity() {
                UnsupportedScreenStrategy::message(next.directionId, next.type));
 }
 
-void Autopilot::withdrawSdkScreens() {
-    if (!host_)
-        return;
-    // Deleted now, not later: the answer may be read on the next turn of the event loop, and
-    // the form drops an answer once it is gone.
-    for (TSRRootController* root : host_->findChildren<TSRRootController*>(Qt::FindDirectChildrenOnly))
-        delete root;
-}
-
-void Autopilot::press(QAbstractButton* button) {
-    QTest::mouseClick(button, Qt::LeftButton);
-}
-
-void Autopilot::handleAlert(Alert* box) {
+void Autopilot::handleAlert(QDialog* box) {
     progressed();
     alert_ = box;
     const QString id = currentId();
     const QString title = alertTitle(*box);
-    const QString text = box->informativeText();
+    const QString text = labelText(*box, "alertMessage");
     screenshots_.captureAlert(host_, box,
                               (id.isEmpty() ? QStringLiteral("start") : id) + QStringLiteral("-alert"));
     log_.line(
@@ -330,7 +302,7 @@ void Autopilot::handleAlert(Alert* box) {
             return;
         }
         log_.line(QStringLiteral("  confirm: press \"%1\"").arg(confirm->text()));
-        press(confirm);
+        UserGestures::click(confirm);
         return;
     }
     if (phase_ == Phase::awaitingAnswer) {

@@ -3,8 +3,8 @@
 #include "host/AnswerBook.h"
 #include "host/ScreenStrategies.h"
 #include "host/ScreenshotRecorder.h"
+#include "host/StepScreen.h"
 #include "host/StepTiming.h"
-#include "tessara/platform/Alert.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -15,20 +15,17 @@
 #include <vector>
 
 class QAbstractButton;
-
-namespace tessara {
-class TSRViewController;
-} // namespace tessara
+class QDialog;
 
 namespace tessara::demo {
 
 class DemoLog;
 
 // Runs a process without a user. It watches the host's widget for the SDK's step screens and
-// alerts, fills each new step (through the screen kind's strategy), presses the button that
-// leads forward, and on a closing step closes and confirms. It ends with `finished`:
-// 0 done (closed, or --until reached), 1 the start failed or the answers were refused,
-// 2 no progress in time, 3 a step this build cannot show. Main thread only.
+// alerts (found by objectName, read through Qt base types and the screens' properties), fills each new step
+// (through the screen kind's strategy), presses the button that leads forward, and on a closing step closes
+// and confirms. It ends with `finished`: 0 done (closed, or --until reached), 1 the start failed or the
+// answers were refused, 2 no progress in time, 3 a step this build cannot show. Main thread only.
 class Autopilot : public QObject {
     Q_OBJECT
 public:
@@ -77,18 +74,15 @@ private:
     enum class Phase { waitingForScreen, settling, awaitingAnswer, closing };
 
     void tick();
-    TSRViewController* visibleScreen() const;
-    Alert* newAlert();
-    bool settled(TSRViewController* screen) const;
-    void onNewScreen(TSRViewController* screen);
-    void act(TSRViewController* screen);
-    void handleAlert(Alert* alert);
-    void press(QAbstractButton* button);
+    QDialog* newAlert();
+    bool settled(QWidget* screen) const;
+    void onNewScreen(const StepScreen& screen);
+    void act(const StepScreen& screen);
+    void handleAlert(QDialog* alert);
     void progressed();
     void finish(int exitCode, const QString& message);
     // Ends the run because the next step is `directionId` of `type`, which no strategy drives.
     void finishBeforeUnshowable(const QString& directionId, const QString& type);
-    void withdrawSdkScreens();
     QString currentId() const;
 
     QPointer<QWidget> host_;
@@ -101,8 +95,8 @@ private:
     QTimer watchdog_;
     QElapsedTimer clock_;
     Phase phase_ = Phase::waitingForScreen;
-    QPointer<TSRViewController> screen_;
-    QPointer<Alert> alert_;
+    StepScreen screen_;
+    QPointer<QDialog> alert_;
     QPointer<QAbstractButton> pressed_;
     qint64 phaseStartedMs_ = 0;
     qint64 buttonBackSinceMs_ = -1;

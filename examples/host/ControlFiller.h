@@ -1,24 +1,21 @@
 #pragma once
 
+#include "host/ScreenControl.h"
+
 #include <QString>
 #include <optional>
 
-class QWidget;
-
-namespace tessara {
-class TSRControl;
-class TSRCheckbox;
-class TSRDropdownButton;
-} // namespace tessara
+class QAbstractButton;
 
 namespace tessara::demo {
 
 class AnswerBook;
 
-// Enters one answer into one form control, the way a user would where that is practical:
-// typing into inputs, clicking the dropdown and then its menu item, clicking checkboxes and
-// radio rows. Dates are set on the date editor and files are handed to the upload view, since
-// calendar popups and file dialogs are no place for a robot.
+// Enters one answer into one control of an SDK screen the way a user does: typing into
+// inputs, clicking the dropdown and then its menu item, clicking checkboxes and radio rows,
+// choosing the file in the dialog the upload's menu opens. Dates are set on the date editor,
+// since a calendar popup is no place for a robot. Controls are reached by objectName and
+// used through their Qt base types.
 class ControlFiller {
 public:
     explicit ControlFiller(const AnswerBook& answers);
@@ -29,22 +26,20 @@ public:
         std::optional<QString> error;
     };
 
-    Result fill(TSRControl& control);
+    Result fill(const ScreenControl& control);
 
     // The text a control gets when the answers name none.
     static constexpr const char* kDefaultText = "Тест";
-
-    // Types `text` key by key into `widget`; characters outside Latin-1 are sent as key events
-    // carrying their text, which is all a text editor reads.
-    static void typeText(QWidget* widget, const QString& text);
+    // How the answers write a date.
+    static constexpr const char* kDateFormat = "yyyy-MM-dd";
 
 private:
-    Result fillText(TSRControl& control, QWidget* editor, bool multiLine);
-    Result fillDropdown(TSRDropdownButton& dropdown);
-    Result fillCheckbox(TSRControl& control, TSRCheckbox& box, std::optional<QString> answer);
-    Result fillRadio(TSRControl& control);
-    Result fillDate(TSRControl& control);
-    Result fillUpload(TSRControl& control);
+    Result fillText(const ScreenControl& control);
+    Result fillDropdown(const ScreenControl& control);
+    Result fillCheckbox(const ScreenControl& control, QAbstractButton* box);
+    Result fillRadio(const ScreenControl& control);
+    Result fillDate(const ScreenControl& control);
+    Result fillUpload(const ScreenControl& control);
 
     const AnswerBook& answers_;
 };

@@ -7,10 +7,8 @@
 #include "host/CallbackLogPanel.h"
 #include "host/DemoLog.h"
 #include "host/DemoWindow.h"
+#include "host/StepScreen.h"
 #include "host/SubmissionSummary.h"
-// The root header needs the navigation screen complete for its inline accessor.
-#include "tessara/api/TSRNavigationViewController.h"
-#include "tessara/api/TSRRootController.h"
 #include "tessara/api/Tessara.h"
 
 #include <QDir>
@@ -260,8 +258,7 @@ void DemoApp::onStarted(bool success, const QString& error) {
     if (success)
         return;
     // The SDK leaves its loader on screen after a failed start; the host takes it away.
-    if (TSRRootController* root = tessara_->rootController())
-        root->dismiss();
+    StepScreen::withdrawAll(window_->homeScreen());
     window_->homeScreen()->setBusy(false);
     auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Кандидатстването не започна"), error,
                                 QMessageBox::Ok, window_.get());

@@ -2,13 +2,10 @@
 
 #include "host/ControlFiller.h"
 #include "host/DemoLog.h"
-#include "tessara/form/TSRFormController.h"
-#include "tessara/form/TSRSectionView.h"
-#include "tessara/form/controls/TSRA1Button.h"
-#include "tessara/form/controls/TSRFlowButton.h"
+#include "host/UserGestures.h"
 
-#include <QScrollArea>
 #include <QSet>
+#include <algorithm>
 
 namespace tessara::demo {
 
@@ -18,112 +15,104 @@ namespace {
 // repeated until a pass finds nothing new; a few passes cover any depth of reveals.
 constexpr int kMaxFillPasses = 4;
 
-void appendInOrder(const std::vector<TSRControl*>& controls, std::vector<TSRControl*>& out) {
-    for (TSRControl* control : controls) {
-        out.push_back(control);
-        if (auto* section = dynamic_cast<TSRSectionView*>(control))
-            appendInOrder(section->formFields, out);
-    }
+bool shownOn(const ScreenControl& control, const QWidget& screen) {
+    return control.widget() && control.widget()->isVisibleTo(&screen);
 }
 
-bool shownOn(TSRControl* control, const QWidget& screen) {
-    QWidget* widget = control->widget();
-    return widget && widget->isVisibleTo(&screen);
+QString directionOf(const QWidget* button) {
+    return button ? button->property("directionId").toString() : QString();
 }
 
 } // namespace
 
-std::vector<TSRControl*> FormScreenStrategy::controlsInOrder(const TSRFormController& form) {
-    std::vector<TSRControl*> out;
-    appendInOrder(form.formFields(), out);
-    return out;
-}
-
-QAbstractButton* FormScreenStrategy::forwardButton(const TSRFormController& form,
-                                                   const QStringList& shownSteps) {
-    const std::optional<QString> back = form.previousDirectionId;
-    TSRFlowButton* last = nullptr;
-    TSRFlowButton* lastToNewStep = nullptr;
-    for (TSRControl* control : controlsInOrder(form)) {
-        auto* button = dynamic_cast<TSRFlowButton*>(control);
-        if (!button || button->opensPopup() || !shownOn(control, form) || !button->field)
+QAbstractButton* FormScreenStrategy::forwardButton(const StepScreen& screen, const QStringList& shownSteps) {
+    if (!screen)
+        return nullptr;
+    const QString back = screen.previousDirectionId();
+    QAbstractButton* last = nullptr;
+    QAbstractButton* lastToNewStep = nullptr;
+    for (const ScreenControl& control : ScreenControl::inOrder(*screen.widget())) {
+        auto* button = qobject_cast<QAbstractButton*>(control.widget());
+        if (control.kind() != ScreenControl::Kind::flow || !button || !shownOn(control, *screen.widget()) ||
+            button->property("opensPopup").toBool())
             continue;
-        const FieldJSON& field = *button->field;
-        if (!field.key || !field.directionId || field.directionId->isEmpty())
-            continue;
-        if (back && *back == *field.directionId)
+        const QString direction = directionOf(button);
+        if (direction.isEmpty() || direction == back)
             continue;
         last = button;
-        if (!shownSteps.contains(*field.directionId))
+        if (!shownSteps.contains(direction))
             lastToNewStep = button;
     }
     return lastToNewStep ? lastToNewStep : last;
 }
 
-StepPlan FormScreenStrategy::closePlan(TSRFormController& form) {
+StepPlan FormScreenStrategy::closePlan(const StepScreen& screen, const std::vector<ScreenControl>& controls) {
     StepPlan plan;
     plan.kind = StepPlan::Kind::close;
-    // The closing screen's own button says goodbye; it is not among the form's fields.
-    for (auto* a1 : form.findChildren<TSRA1Button*>()) {
-        if (a1->isVisibleTo(&form)) {
-            plan.button = a1;
+    // The closing screen's own button says goodbye.
+    for (const ScreenControl& control : controls) {
+        auto* button = qobject_cast<QAbstractButton*>(control.widget());
+        if (control.kind() == ScreenControl::Kind::closing && button && shownOn(control, *screen.widget())) {
+            plan.button = button;
             return plan;
         }
     }
     // Otherwise the close button in the navigation bar (the bar lives outside the screen).
-    QWidget* top = form.window();
-    for (auto* button :
-         top->findChildren<QAbstractButton*>(QStringLiteral("TSRFormController.closeButton"))) {
+    const QString closeName = screen.kind() + QStringLiteral(".closeButton");
+    for (auto* button : screen.widget()->window()->findChildren<QAbstractButton*>(closeName)) {
         if (button->isVisible()) {
             plan.button = button;
             return plan;
         }
     }
-    const QString id = form.ui ? form.ui->directionId.value_or(QString()) : QString();
-    return StepPlan::stop(1, QStringLiteral("step %1 offers no way forward and no close button").arg(id));
+    return StepPlan::stop(
+        1, QStringLiteral("step %1 offers no way forward and no close button").arg(screen.directionId()));
 }
 
-StepPlan FormScreenStrategy::prepare(TSRViewController& screen, const StepContext& context) {
-    auto* form = qobject_cast<TSRFormController*>(&screen);
-    if (!form)
+StepPlan FormScreenStrategy::prepare(const StepScreen& screen, const StepContext& context) {
+    if (!screen)
         return StepPlan::stop(1, QStringLiteral("a form step is on screen without a form screen"));
+    QWidget& form = *screen.widget();
 
     ControlFiller filler(context.answers);
-    QSet<TSRControl*> visited;
+    QSet<QWidget*> visited;
     int entered = 0;
     for (int pass = 0; pass < kMaxFillPasses; ++pass) {
         bool any = false;
-        for (TSRControl* control : controlsInOrder(*form)) {
-            if (visited.contains(control) || !shownOn(control, *form))
+        for (const ScreenControl& control : ScreenControl::inOrder(form)) {
+            if (visited.contains(control.widget()) || !shownOn(control, form))
                 continue;
-            visited.insert(control);
-            // Scrolled into view first, as a user would before typing.
-            if (form->scrollView())
-                form->scrollView()->ensureWidgetVisible(control->widget(), 0, 48);
-            const ControlFiller::Result result = filler.fill(*control);
+            visited.insert(control.widget());
+            UserGestures::scrollIntoView(control.widget());
+            const ControlFiller::Result result = filler.fill(control);
             if (!result.acted)
                 continue;
             any = true;
             if (result.error)
                 return StepPlan::stop(1, *result.error);
-            context.log.line(QStringLiteral("  %1: %2").arg(control->key(), result.entered));
+            context.log.line(QStringLiteral("  %1: %2").arg(control.key(), result.entered));
             ++entered;
         }
         if (!any)
             break;
     }
 
-    if (form->findChildren<TSRA1Button*>().isEmpty()) {
-        if (QAbstractButton* forward = forwardButton(*form, context.shownSteps)) {
+    const std::vector<ScreenControl> controls = ScreenControl::inOrder(form);
+    const bool closingScreen =
+        std::any_of(controls.begin(), controls.end(), [](const ScreenControl& control) {
+            return control.kind() == ScreenControl::Kind::closing;
+        });
+    if (!closingScreen) {
+        if (QAbstractButton* forward = forwardButton(screen, context.shownSteps)) {
             StepPlan plan;
             plan.kind = StepPlan::Kind::forward;
             plan.button = forward;
-            plan.directionId = dynamic_cast<TSRFlowButton*>(forward)->field->directionId.value_or(QString());
+            plan.directionId = directionOf(forward);
             plan.filled = entered;
             return plan;
         }
     }
-    StepPlan plan = closePlan(*form);
+    StepPlan plan = closePlan(screen, controls);
     plan.filled = entered;
     return plan;
 }

@@ -1,14 +1,9 @@
 #pragma once
 
+#include "host/ScreenControl.h"
 #include "host/ScreenStrategy.h"
 
 #include <QStringList>
-#include <vector>
-
-namespace tessara {
-class TSRControl;
-class TSRFormController;
-} // namespace tessara
 
 namespace tessara::demo {
 
@@ -18,20 +13,17 @@ class FormScreenStrategy : public ScreenStrategy {
 public:
     // Every step type the SDK does not show otherwise is a form.
     bool handles(const QString&) const override { return true; }
-    StepPlan prepare(TSRViewController& screen, const StepContext& context) override;
+    StepPlan prepare(const StepScreen& screen, const StepContext& context) override;
 
-    // The form's controls in document order, sections entered in place (the section itself
-    // comes before its children).
-    static std::vector<TSRControl*> controlsInOrder(const TSRFormController& form);
-    // The flow button that moves on: visible, not a popup, with a key and a direction that is
-    // not the step back (the direction of the step this one replaced). Of several, the last in
+    // The flow button that moves on: visible, not a popup, with a direction that is not the
+    // step back (the direction of the step this one replaced). Of several, the last in
     // document order that leads to a step not shown yet in this run, else the last: forms put
     // "back" before "next", and a reopened step knows no previous step to rule "back" out.
     // Null when none.
-    static QAbstractButton* forwardButton(const TSRFormController& form, const QStringList& shownSteps);
+    static QAbstractButton* forwardButton(const StepScreen& screen, const QStringList& shownSteps);
 
 private:
-    static StepPlan closePlan(TSRFormController& form);
+    static StepPlan closePlan(const StepScreen& screen, const std::vector<ScreenControl>& controls);
 };
 
 } // namespace tessara::demo

@@ -1,13 +1,11 @@
 #pragma once
 
+#include "host/StepScreen.h"
+
 #include <QAbstractButton>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
-
-namespace tessara {
-class TSRViewController;
-} // namespace tessara
 
 namespace tessara::demo {
 
@@ -46,7 +44,9 @@ struct StepContext {
 };
 
 // How the autopilot drives one kind of step screen. Each kind of screen the SDK can show gets
-// one small class; the autopilot itself knows nothing about controls.
+// one small class (added to ScreenStrategies::standard()); the autopilot itself knows nothing
+// about controls. Strategies see the screen as a host does: widgets by objectName, used through
+// their Qt base types, and the step through the screen's properties.
 class ScreenStrategy {
 public:
     virtual ~ScreenStrategy() = default;
@@ -56,7 +56,7 @@ public:
     // False for a strategy that only reports that this build cannot show such a step.
     virtual bool drives() const { return true; }
     // Fills `screen` and says what to press; presses nothing itself.
-    virtual StepPlan prepare(TSRViewController& screen, const StepContext& context) = 0;
+    virtual StepPlan prepare(const StepScreen& screen, const StepContext& context) = 0;
 };
 
 } // namespace tessara::demo

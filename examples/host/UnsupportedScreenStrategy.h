@@ -16,7 +16,7 @@ public:
 
     bool handles(const QString& type) const override { return types_.contains(type); }
     bool drives() const override { return false; }
-    StepPlan prepare(TSRViewController& screen, const StepContext& context) override;
+    StepPlan prepare(const StepScreen& screen, const StepContext& context) override;
 
     static QString message(const QString& directionId, const QString& type);
 

@@ -6,6 +6,7 @@
 #include "tessara/documents/JsonCoding.h"
 #include "tessara/documents/SubmissionJSON.h"
 #include "tessara/form/TSRControlFactory.h"
+#include "tessara/form/TSRFormController.h"
 #include "tessara/form/TSRValidateable.h"
 
 #include <QDate>
@@ -18,6 +19,15 @@ namespace {
 
 using tessara::demo::AnswerBook;
 using tessara::demo::ControlFiller;
+using tessara::demo::ScreenControl;
+
+// The filler sees the control as a host does: by its widget's name.
+ControlFiller::Result fill(const AnswerBook& answers, tessara::TSRControl& control) {
+    const std::optional<ScreenControl> seen = ScreenControl::of(control.widget());
+    if (!seen)
+        return {true, {}, QStringLiteral("no control named %1").arg(control.widget()->objectName())};
+    return ControlFiller(answers).fill(*seen);
+}
 
 struct FillCase {
     const char* field;  // the field's JSON
@@ -43,8 +53,9 @@ const FillCase kCases[] = {
     {R"({"type": "CHECKBOX", "key": "k", "label": "Съгласен"})", nullptr, "true", nullptr},
     // A required box answered "false" has to be touched: ticked and unticked again.
     {R"({"type": "CHECKBOX", "key": "k", "label": "Съгласен", "required": true})", "false", "false", nullptr},
-    // An optional one stays untouched; the form sends "false" for it anyway.
-    {R"({"type": "CHECKBOX", "key": "k", "label": "Съгласен"})", "false", nullptr, nullptr},
+    // Whether a box is required does not show, so every "false" is ticked and unticked; an
+    // optional box would send "false" untouched as well.
+    {R"({"type": "CHECKBOX", "key": "k", "label": "Съгласен"})", "false", "false", nullptr},
     {R"({"type": "CHECKBOX", "key": "k", "label": "Съгласен"})", "yes", nullptr,
      R"(the answer for k must be "true" or "false", not "yes")"},
     {R"({"type": "CONSENT", "key": "k", "label": "Приемам", "directionId": "terms"})", "true", "true",
@@ -73,7 +84,7 @@ TEST(ControlFiller, EntersAnswersIntoEachKindOfControl) {
         AnswerBook answers;
         if (c.answer)
             answers.setAnswer(QStringLiteral("k"), QString::fromUtf8(c.answer));
-        const ControlFiller::Result result = ControlFiller(answers).fill(*control);
+        const ControlFiller::Result result = fill(answers, *control);
 
         EXPECT_TRUE(result.acted);
         if (c.error) {
@@ -103,9 +114,11 @@ TEST(ControlFiller, UploadTakesTheNamedFileOrTheDefaultOne) {
     fallback.write("%PDF-1.4 the default");
     fallback.close();
 
-    const auto field = tessara::decodeDocument<tessara::FieldJSON>(QByteArray(
-        R"({"type": "UPLOAD_FILE", "key": "doc", "label": "Документ", "allowedExt": ["pdf"], "maxSize": 1})"));
-    ASSERT_TRUE(field);
+    // The file is chosen in the dialog the form opens, so the control sits on a form.
+    const auto document = tessara::decodeDocument<tessara::SubmissionJSON>(QByteArray(R"({"type": "FORM",
+        "directionId": "d", "submissionId": "s", "fields": [
+        {"type": "UPLOAD_FILE", "key": "doc", "label": "Документ", "allowedExt": ["pdf"], "maxSize": 1}]})"));
+    ASSERT_TRUE(document);
     QString error;
     auto answers = AnswerBook::fromJson(R"({"doc": "named.pdf"})", dir.path(), &error);
     ASSERT_TRUE(answers);
@@ -115,11 +128,16 @@ TEST(ControlFiller, UploadTakesTheNamedFileOrTheDefaultOne) {
     const std::pair<const AnswerBook*, QByteArray> cases[] = {{&*answers, "%PDF-1.4 named"},
                                                               {&none, "%PDF-1.4 the default"}};
     for (const auto& [book, bytes] : cases) {
-        QWidget screen;
-        tessara::TSRControl* control = tessara::TSRControlFactory::makeControl(*field, &screen);
-        const ControlFiller::Result result = ControlFiller(*book).fill(*control);
+        tessara::TSRFormController form;
+        form.ui = *document;
+        form.loadViewIfNeeded();
+        form.resize(390, 600);
+        form.show();
+        auto* widget = form.findChild<QWidget*>(QStringLiteral("TSRUploadFileView.doc"));
+        ASSERT_NE(widget, nullptr);
+        const ControlFiller::Result result = ControlFiller(*book).fill(*ScreenControl::of(widget));
         ASSERT_FALSE(result.error) << result.error->toStdString();
-        auto* upload = dynamic_cast<tessara::TSRValidateable*>(control);
+        auto* upload = dynamic_cast<tessara::TSRValidateable*>(widget);
         ASSERT_NE(upload, nullptr);
         // The file as a picker would hand it over: it passes the control's own checks.
         EXPECT_FALSE(upload->validate(false));

@@ -42,7 +42,8 @@ TEST(FormScreenStrategy, PressesTheButtonThatLeadsOn) {
         form.ui = *document;
         form.previousDirectionId = c.previousDirectionId;
         form.loadViewIfNeeded();
-        QAbstractButton* button = tessara::demo::FormScreenStrategy::forwardButton(form, c.shownSteps);
+        QAbstractButton* button =
+            tessara::demo::FormScreenStrategy::forwardButton(tessara::demo::StepScreen(&form), c.shownSteps);
         ASSERT_NE(button, nullptr);
         EXPECT_EQ(button->objectName(), QStringLiteral("TSRFlowButton.") + QString::fromUtf8(c.pressed));
     }
@@ -58,7 +59,8 @@ TEST(FormScreenStrategy, NoButtonWhenEveryWayLeadsBack) {
     form.ui = *document;
     form.previousDirectionId = QStringLiteral("a");
     form.loadViewIfNeeded();
-    EXPECT_EQ(tessara::demo::FormScreenStrategy::forwardButton(form, {}), nullptr);
+    EXPECT_EQ(tessara::demo::FormScreenStrategy::forwardButton(tessara::demo::StepScreen(&form), {}),
+              nullptr);
 }
 
 } // namespace

@@ -19,12 +19,23 @@ class TSRNavigationViewController;
 // Main thread only.
 class TSRViewController : public QWidget {
     Q_OBJECT
+    // The step on screen, read-only, for hosts that drive the screens through QObject::property
+    // (test robots, the demo's autopilot). Empty when the document has none.
+    Q_PROPERTY(QString directionId READ directionIdText)
+    Q_PROPERTY(QString stepType READ stepTypeText)
+    Q_PROPERTY(QString submissionId READ submissionIdText)
+    Q_PROPERTY(QString previousDirectionId READ previousDirectionIdText)
 public:
     explicit TSRViewController(QWidget* parent = nullptr);
     ~TSRViewController() override;
 
     std::optional<SubmissionJSON> ui;
     std::optional<QString> previousDirectionId;
+
+    QString directionIdText() const { return ui ? ui->directionId.value_or(QString()) : QString(); }
+    QString stepTypeText() const { return ui ? ui->type.value_or(QString()) : QString(); }
+    QString submissionIdText() const { return ui ? ui->submissionId.value_or(QString()) : QString(); }
+    QString previousDirectionIdText() const { return previousDirectionId.value_or(QString()); }
 
     // The host delegate, or nullptr once the host destroyed it. Held weakly.
     TSRDelegate* formDelegate() const;

@@ -10,6 +10,10 @@ namespace tessara {
 // (TSRPopupOpener). The screen shows the spinner while the step is sent.
 class TSRFlowButton : public BusyButton, public TSRControl {
     Q_OBJECT
+    // Read-only, for hosts that drive the screens through QObject::property: the step the
+    // button leads to (empty when none) and whether it shows a popup instead.
+    Q_PROPERTY(QString directionId READ directionIdText)
+    Q_PROPERTY(bool opensPopup READ opensPopup)
 public:
     explicit TSRFlowButton(QWidget* parent = nullptr);
 
@@ -18,6 +22,7 @@ public:
 
     // True when a click shows the popup instead of following the flow.
     bool opensPopup() const { return opensPopup_; }
+    QString directionIdText() const { return field ? field->directionId.value_or(QString()) : QString(); }
 
 private:
     void flowAction();
