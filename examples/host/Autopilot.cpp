@@ -6,7 +6,7 @@
 #include "tessara/api/TSRRootController.h"
 #include "tessara/api/TSRViewController.h"
 #include "tessara/form/TSRFormController.h"
-#include "tessara/platform/Alert.h"
+#include "tessara/ui/Alert.h"
 
 #include <QAbstractAnimation>
 #include <QApplication>

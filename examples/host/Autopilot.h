@@ -4,7 +4,7 @@
 #include "host/ScreenStrategies.h"
 #include "host/ScreenshotRecorder.h"
 #include "host/StepTiming.h"
-#include "tessara/platform/Alert.h"
+#include "tessara/ui/Alert.h"
 
 #include <QElapsedTimer>
 #include <QObject>
