@@ -258,7 +258,7 @@ void DemoApp::onStarted(bool success, const QString& error) {
     if (success)
         return;
     // The SDK leaves its loader on screen after a failed start; the host takes it away.
-    StepScreen::withdrawAll(window_->homeScreen());
+    tessara_->dismissRoot();
     window_->homeScreen()->setBusy(false);
     auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Кандидатстването не започна"), error,
                                 QMessageBox::Ok, window_.get());

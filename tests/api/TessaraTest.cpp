@@ -4,7 +4,7 @@
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/TSRRootController.h"
 #include "tessara/form/TSRFormController.h"
-#include "tessara/platform/ActivityIndicator.h"
+#include "tessara/ui/ActivityIndicator.h"
 
 #include <QLoggingCategory>
 #include <memory>

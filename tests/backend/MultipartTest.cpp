@@ -62,7 +62,7 @@ TEST(Multipart, UploadBodyIsLaidOutByteForByte) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const auto request = TSRNetwork::shared().makeUploadRequest(
+        const auto request = TSRNetwork::shared().transport().makeUploadRequest(
             TSRHTTPMethod::post, QStringLiteral("/step/uploadFile"), row.file, kDto);
         ASSERT_TRUE(request.has_value());
         const QString boundary = boundaryOf(*request);
@@ -80,7 +80,7 @@ TEST(Multipart, EveryUploadHasItsOwnBoundary) {
     const TSRFile file{QByteArray("x"), mime("text/plain"), QStringLiteral("a.txt"), true};
     QSet<QString> boundaries;
     for (int i = 0; i < 50; ++i) {
-        const auto request = TSRNetwork::shared().makeUploadRequest(
+        const auto request = TSRNetwork::shared().transport().makeUploadRequest(
             TSRHTTPMethod::post, QStringLiteral("/step/uploadFile"), file, kDto);
         boundaries.insert(boundaryOf(*request));
     }
@@ -89,7 +89,7 @@ TEST(Multipart, EveryUploadHasItsOwnBoundary) {
 
 TEST(Multipart, UploadRequestKeepsTheDefaultHeadersAndAppendsItsContentType) {
     const TSRFile file{QByteArray("x"), mime("text/plain"), QStringLiteral("a.txt"), true};
-    const auto request = TSRNetwork::shared().makeUploadRequest(
+    const auto request = TSRNetwork::shared().transport().makeUploadRequest(
         TSRHTTPMethod::post, QStringLiteral("/step/uploadFile"), file, kDto);
     ASSERT_TRUE(request && request->headers);
     QStringList fields;
@@ -105,7 +105,7 @@ TEST(Multipart, AnUnencodableRecordMakesNoRequest) {
     const TSRFile file{QByteArray("x"), mime("text/plain"), QStringLiteral("a.txt"), true};
     // An unpaired surrogate cannot become UTF-8 JSON text.
     const UploadFileDTO broken{QString(QChar(0xD800)), QStringLiteral("k"), QStringLiteral("d")};
-    EXPECT_FALSE(TSRNetwork::shared().makeUploadRequest(TSRHTTPMethod::post,
+    EXPECT_FALSE(TSRNetwork::shared().transport().makeUploadRequest(TSRHTTPMethod::post,
                                                         QStringLiteral("/step/uploadFile"), file, broken));
 }
 

@@ -2,6 +2,7 @@
 
 #include "support/LoopbackHttpServer.h"
 #include "tessara/backend/TSRNetwork.h"
+#include "tessara/backend/TSRTransport.h"
 #include "tessara/platform/MainThread.h"
 
 #include <QtTest/QTest>

@@ -42,7 +42,7 @@ TEST(RequestBuilding, TransferUrlKeepsSchemeHostPortAndPathOfTheBase) {
         {"", QStringLiteral("/x"), nullptr},
     };
     for (const Row& row : rows) {
-        const auto url = TSRNetwork::transferURL(on(row.base, row.path));
+        const auto url = TSRTransport::transferURL(on(row.base, row.path));
         if (!row.expected) {
             EXPECT_FALSE(url.has_value()) << row.base << " -> " << url->toString().toStdString();
             continue;
@@ -53,7 +53,7 @@ TEST(RequestBuilding, TransferUrlKeepsSchemeHostPortAndPathOfTheBase) {
 }
 
 TEST(RequestBuilding, QueryItemsReplaceTheBaseQueryInOrder) {
-    const auto url = TSRNetwork::transferURL(
+    const auto url = TSRTransport::transferURL(
         on("http://h/api?old=1", QStringLiteral("/custom/credit/installmentDates"),
            QList<TSRQueryItem>{{QStringLiteral("productId"), QStringLiteral("12")},
                                {QStringLiteral("preferedDate"), QStringLiteral("1718003200.25")},
@@ -66,7 +66,7 @@ TEST(RequestBuilding, QueryItemsReplaceTheBaseQueryInOrder) {
 
 TEST(RequestBuilding, DefaultHeadersComeFirstInTheirOrder) {
     auto& network = TSRNetwork::shared();
-    const TSRHTTPRequest request = network.makeRequest(TSRHTTPMethod::get, QStringLiteral("/x"));
+    const TSRHTTPRequest request = network.transport().makeRequest(TSRHTTPMethod::get, QStringLiteral("/x"));
     ASSERT_TRUE(request.headers);
     const QList<TSRHTTPHeader> expected{
         {QStringLiteral("Accept"), QStringLiteral("application/json")},
@@ -82,7 +82,7 @@ TEST(RequestBuilding, DefaultHeadersComeFirstInTheirOrder) {
 TEST(RequestBuilding, JsonRequestEncodesTheRecordAndAppendsItsType) {
     const SubmitStepDTO dto{QStringLiteral("s"), QStringLiteral("d"), std::nullopt, std::nullopt, {}};
     const auto request =
-        TSRNetwork::shared().buildJSONRequest(TSRHTTPMethod::post, QStringLiteral("/step"), dto);
+        TSRNetwork::shared().transport().buildJSONRequest(TSRHTTPMethod::post, QStringLiteral("/step"), dto);
     ASSERT_TRUE(request);
     EXPECT_EQ(*request->body, QByteArray(R"({"directionId":"d","fields":[],"submissionId":"s"})"));
     EXPECT_EQ(request->headers->size(), 5);
@@ -95,7 +95,7 @@ TEST(RequestBuilding, RepeatedHeaderFieldsAreCombinedNotReplaced) {
     request.addHeader(QStringLiteral("Accept"), QStringLiteral("application/json"));
     request.addHeader(QStringLiteral("X-Trace"), QStringLiteral("1"));
     request.addHeader(QStringLiteral("accept"), QStringLiteral("text/plain"));
-    const auto networkRequest = TSRNetwork::shared().makeTransferRequest(request);
+    const auto networkRequest = TSRNetwork::shared().transport().makeTransferRequest(request);
     ASSERT_TRUE(networkRequest);
     EXPECT_EQ(networkRequest->rawHeaderList(), (QList<QByteArray>{"Accept", "X-Trace"}));
     EXPECT_EQ(networkRequest->rawHeader("Accept"), QByteArray("application/json, text/plain"));
@@ -117,10 +117,10 @@ QUrl configuredDefaultEndpoint() {
 TEST(RequestBuilding, AbsentInstanceUrlFallsBackToTheDefaultEndpoint) {
     auto& network = TSRNetwork::shared();
     network.setInstanceURL(QUrl(QStringLiteral("https://one.example/api")));
-    EXPECT_EQ(network.makeRequest(TSRHTTPMethod::get, QStringLiteral("/x")).baseURL,
+    EXPECT_EQ(network.transport().makeRequest(TSRHTTPMethod::get, QStringLiteral("/x")).baseURL,
               QUrl(QStringLiteral("https://one.example/api")));
     network.setInstanceURL(std::nullopt);
-    EXPECT_EQ(network.makeRequest(TSRHTTPMethod::get, QStringLiteral("/x")).baseURL,
+    EXPECT_EQ(network.transport().makeRequest(TSRHTTPMethod::get, QStringLiteral("/x")).baseURL,
               configuredDefaultEndpoint());
     EXPECT_TRUE(configuredDefaultEndpoint().isValid());
 }

@@ -8,7 +8,7 @@
 #include "tessara/documents/JsonCoding.h"
 #include "tessara/documents/SubmissionJSON.h"
 #include "tessara/form/TSRFormController.h"
-#include "tessara/platform/Alert.h"
+#include "tessara/ui/Alert.h"
 
 #include <QAbstractButton>
 #include <QPointer>

@@ -3,7 +3,7 @@
 #include "tessara/api/TSRNavigationBar.h"
 #include "tessara/api/TSRViewController.h"
 #include "tessara/api/Tessara.h"
-#include "tessara/api/WidgetFade.h"
+#include "tessara/ui/WidgetFade.h"
 
 #include <QEvent>
 #include <QScopedValueRollback>

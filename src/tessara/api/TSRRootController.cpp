@@ -2,8 +2,8 @@
 
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/Tessara.h"
-#include "tessara/api/WidgetFade.h"
-#include "tessara/platform/ActivityIndicator.h"
+#include "tessara/ui/WidgetFade.h"
+#include "tessara/ui/ActivityIndicator.h"
 
 #include <QEvent>
 #include <QScopedValueRollback>

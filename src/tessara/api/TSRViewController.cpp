@@ -2,11 +2,10 @@
 
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/TSRRootController.h"
-#include "tessara/api/WidgetFade.h"
-#include "tessara/form/TSRFormController.h"
-#include "tessara/form/controls/TSRUploadFileView.h" // TSRFormController.h holds a QPointer to it
 #include "tessara/platform/FatalError.h"
 #include "tessara/platform/Logging.h"
+#include "tessara/steps/StepRouter.h"
+#include "tessara/ui/WidgetFade.h"
 
 namespace tessara {
 
@@ -35,19 +34,7 @@ void TSRViewController::setFormDelegate(TSRDelegate* delegate) {
 std::unique_ptr<TSRViewController> TSRViewController::makeStepController(const SubmissionJSON& document) {
     if (!document.type)
         fatalError(QStringLiteral("Form type is nil."));
-    const QString& type = *document.type;
-    // Both special screens arrive with their own subsystems; until then such a step cannot
-    // be shown, and saying so loudly beats showing it as a form.
-    if (type == QLatin1String("KYC_ID"))
-        fatalError(
-            QStringLiteral("The identity verification screen (TSRNativeKYCController) is not available "
-                           "in this build; a KYC_ID step cannot be shown."));
-    if (type == QLatin1String("CREDIT_CALCULATOR"))
-        fatalError(
-            QStringLiteral("The credit calculator screen (TSRCreditCalculatorController) is not available "
-                           "in this build; a CREDIT_CALCULATOR step cannot be shown."));
-
-    std::unique_ptr<TSRViewController> screen = std::make_unique<TSRFormController>();
+    std::unique_ptr<TSRViewController> screen = StepRouter::makeScreen(*document.type);
     screen->ui = document;
     screen->setFormDelegate(formDelegate());
     screen->previousDirectionId = ui ? ui->directionId : std::nullopt;

@@ -1,11 +1,11 @@
 #include "tessara/api/Tessara.h"
 
-#include "tessara/api/StepPreparation.h"
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/TSRRootController.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/platform/FatalError.h"
 #include "tessara/platform/Logging.h"
+#include "tessara/steps/StepPreparation.h"
 
 #include <QWidget>
 
@@ -59,6 +59,11 @@ TSRDelegate* Tessara::delegate() const {
 
 TSRRootController* Tessara::rootController() const {
     return rootController_;
+}
+
+void Tessara::dismissRoot() {
+    if (rootController_)
+        rootController_->dismiss();
 }
 
 void Tessara::startProcess(const QString& processId, std::optional<QString> callingServiceToken,

@@ -1,27 +1,27 @@
 #include "tessara/form/TSRFormController.h"
 
-#include "tessara/api/StepPreparation.h"
 #include "tessara/api/Tessara.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/documents/JsonCoding.h"
 #include "tessara/documents/SubmissionContainer.h"
-#include "tessara/form/CloseGlyphButton.h"
 #include "tessara/form/FieldGatherer.h"
 #include "tessara/form/FilePicker.h"
-#include "tessara/form/InputShield.h"
-#include "tessara/form/KeyboardGuide.h"
 #include "tessara/form/LocalStepDocument.h"
-#include "tessara/form/OverlayScrollBar.h"
 #include "tessara/form/PopupContent.h"
 #include "tessara/form/TSRControlFactory.h"
 #include "tessara/form/UploadChain.h"
 #include "tessara/form/controls/TSRA1Button.h"
 #include "tessara/form/controls/TSRA1ImageView.h"
 #include "tessara/form/controls/TSRUploadFileView.h"
-#include "tessara/platform/Alert.h"
-#include "tessara/platform/BusyButton.h"
 #include "tessara/platform/FatalError.h"
 #include "tessara/platform/HostHooks.h"
+#include "tessara/steps/StepSubmission.h"
+#include "tessara/ui/Alert.h"
+#include "tessara/ui/BusyButton.h"
+#include "tessara/ui/CloseGlyphButton.h"
+#include "tessara/ui/InputShield.h"
+#include "tessara/ui/KeyboardGuide.h"
+#include "tessara/ui/OverlayScrollBar.h"
 
 #include <QEvent>
 #include <QScrollArea>
@@ -318,21 +318,20 @@ void TSRFormController::followFlow(QWidget* button, const std::optional<QString>
             uploads.emplace_back(upload);
     }
 
-    lock(button);
-    QPointer<QWidget> pressed(button);
+    shield_->engage(button);
     if (uploads.empty()) {
-        sendStep(pressed, *directionId, fromFlowFieldId, std::move(fields));
+        sendStep(*directionId, fromFlowFieldId, std::move(fields));
         return;
     }
     if (!ui->submissionId)
         fatalError(QStringLiteral("The step has no submissionId to upload its files with."));
     UploadChain::run(std::move(uploads), *ui->submissionId, ui->directionId.value_or(QString()), this,
-                     [this, pressed, direction = *directionId, fromFlowFieldId,
+                     [this, direction = *directionId, fromFlowFieldId,
                       fields = std::move(fields)](bool allUploaded) mutable {
                          if (allUploaded)
-                             sendStep(pressed, direction, fromFlowFieldId, std::move(fields));
+                             sendStep(direction, fromFlowFieldId, std::move(fields));
                          else
-                             unlock(pressed);
+                             shield_->release();
                      });
 }
 
@@ -343,45 +342,15 @@ void TSRFormController::showValidationAlert(const ControlValidationError& error)
         Tessara::appearance().tintColor());
 }
 
-void TSRFormController::lock(QWidget* button) {
-    shield_->engage();
-    if (!button)
-        return;
-    button->setEnabled(false);
-    if (auto* busy = qobject_cast<BusyButton*>(button))
-        busy->setShowsActivityIndicator(true);
-}
-
-void TSRFormController::unlock(QWidget* button) {
-    shield_->release();
-    if (!button)
-        return;
-    button->setEnabled(true);
-    if (auto* busy = qobject_cast<BusyButton*>(button))
-        busy->setShowsActivityIndicator(false);
-}
-
-void TSRFormController::sendStep(QPointer<QWidget> button, const QString& directionId,
-                                 const std::optional<QString>& fromFlowFieldId,
+void TSRFormController::sendStep(const QString& directionId, const std::optional<QString>& fromFlowFieldId,
                                  std::vector<FieldValueDTO> fields) {
     if (!ui->submissionId)
         fatalError(QStringLiteral("The step has no submissionId to submit with."));
     const SubmitStepDTO dto{*ui->submissionId, directionId, ui->directionId, fromFlowFieldId,
                             std::move(fields)};
 
-    QPointer<TSRFormController> self(this);
-    TSRNetwork& network = TSRNetwork::shared();
-    network.submitStep(dto, [self, button, &network](TSRResult<SubmissionJSON> answer) {
-        prepareStep(std::move(answer), network, [self, button](TSRResult<SubmissionJSON> prepared) {
-            if (!self)
-                return;
-            // A failed step is dropped: the form simply takes input again.
-            if (prepared.isSuccess())
-                self->transitionToStep(prepared.value());
-            if (self)
-                self->unlock(button);
-        });
-    });
+    // A failed step is dropped: the form simply takes input again.
+    StepSubmission::send(*this, dto, [this](const std::optional<TSRError>&) { shield_->release(); });
 }
 
 void TSRFormController::followLink(const std::optional<QString>& directionId,

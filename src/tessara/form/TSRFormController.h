@@ -41,7 +41,6 @@ public:
     // Builds the screen from `ui` unless already built; showing the screen does it too.
     // Fatal when `ui` is not set.
     void loadViewIfNeeded();
-    bool isViewLoaded() const { return viewLoaded_; }
 
     // The top-level controls in document order, including those a style pins over the
     // screen. Owned by the screen.
@@ -102,10 +101,8 @@ private:
     void layoutViews();
 
     void showValidationAlert(const ControlValidationError& error);
-    void lock(QWidget* button);
-    void unlock(QWidget* button);
-    void sendStep(QPointer<QWidget> button, const QString& directionId,
-                  const std::optional<QString>& fromFlowFieldId, std::vector<FieldValueDTO> fields);
+    void sendStep(const QString& directionId, const std::optional<QString>& fromFlowFieldId,
+                  std::vector<FieldValueDTO> fields);
     void reportClose();
 
     bool viewLoaded_ = false;

@@ -1,5 +1,5 @@
 #include "ControlTestSupport.h"
-#include "tessara/form/ButtonAppearance.h"
+#include "tessara/ui/ButtonAppearance.h"
 #include "tessara/form/controls/TSRA1Button.h"
 #include "tessara/form/controls/TSRA1ImageView.h"
 #include "tessara/form/controls/TSRCheckbox.h"

@@ -1,10 +1,10 @@
-#include "tessara/form/InputDecoration.h"
+#include "tessara/ui/InputDecoration.h"
 
 #include "ControlTestSupport.h"
 #include "tessara/form/controls/TSRDropdownButton.h"
 #include "tessara/form/controls/TSRInputArea.h"
 #include "tessara/form/controls/TSRInputField.h"
-#include "tessara/platform/Hairline.h"
+#include "tessara/ui/Hairline.h"
 
 #include <QApplication>
 #include <QImage>

@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRA1Button.h"
 
-#include "tessara/form/ButtonAppearance.h"
+#include "tessara/ui/ButtonAppearance.h"
 
 namespace tessara {
 

@@ -1,7 +1,7 @@
 #include "tessara/form/controls/TSRCheckbox.h"
 
 #include "tessara/form/CurrentAppearance.h"
-#include "tessara/form/controls/Glyphs.h"
+#include "tessara/ui/Glyphs.h"
 
 #include <QFontMetrics>
 #include <QPainter>

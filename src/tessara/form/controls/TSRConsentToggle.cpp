@@ -3,7 +3,7 @@
 #include "tessara/form/CurrentAppearance.h"
 #include "tessara/form/ParentResponders.h"
 #include "tessara/form/TSRLinkFollower.h"
-#include "tessara/form/controls/Glyphs.h"
+#include "tessara/ui/Glyphs.h"
 #include "tessara/form/controls/TSRCheckbox.h"
 #include "tessara/platform/FatalError.h"
 #include "tessara/platform/NotificationBus.h"

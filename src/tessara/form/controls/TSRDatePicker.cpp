@@ -1,7 +1,7 @@
 #include "tessara/form/controls/TSRDatePicker.h"
 
 #include "tessara/form/CurrentAppearance.h"
-#include "tessara/platform/CssColor.h"
+#include "tessara/ui/CssColor.h"
 
 #include <QCalendarWidget>
 #include <QDateEdit>

@@ -1,9 +1,9 @@
 #include "tessara/form/controls/TSRDropdownButton.h"
 
 #include "tessara/form/CurrentAppearance.h"
-#include "tessara/form/InputDecoration.h"
-#include "tessara/form/controls/Glyphs.h"
-#include "tessara/form/controls/MenuStyle.h"
+#include "tessara/ui/InputDecoration.h"
+#include "tessara/ui/Glyphs.h"
+#include "tessara/ui/MenuStyle.h"
 #include "tessara/platform/FatalError.h"
 
 #include <QActionGroup>

@@ -1,7 +1,7 @@
 #include "tessara/form/controls/TSRFlowButton.h"
 
 #include "tessara/documents/SpecialType.h"
-#include "tessara/form/ButtonAppearance.h"
+#include "tessara/ui/ButtonAppearance.h"
 #include "tessara/form/ParentResponders.h"
 #include "tessara/form/TSRFlowFollower.h"
 #include "tessara/form/TSRPopupOpener.h"

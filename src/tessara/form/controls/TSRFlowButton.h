@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tessara/form/TSRControl.h"
-#include "tessara/platform/BusyButton.h"
+#include "tessara/ui/BusyButton.h"
 
 namespace tessara {
 

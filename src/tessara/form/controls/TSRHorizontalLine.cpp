@@ -1,7 +1,7 @@
 #include "tessara/form/controls/TSRHorizontalLine.h"
 
 #include "tessara/appearance/TSRAppearance.h"
-#include "tessara/platform/Hairline.h"
+#include "tessara/ui/Hairline.h"
 
 #include <QPainter>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "tessara/form/controls/TSRInputField.h"
 
 #include "tessara/form/CurrentAppearance.h"
-#include "tessara/form/InputDecoration.h"
+#include "tessara/ui/InputDecoration.h"
 #include "tessara/form/TextTrimming.h"
 #include "tessara/form/ValidationPattern.h"
 

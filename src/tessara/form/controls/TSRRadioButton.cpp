@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRRadioButton.h"
 
-#include "tessara/form/controls/Glyphs.h"
+#include "tessara/ui/Glyphs.h"
 
 #include <QFontMetrics>
 #include <QPainter>

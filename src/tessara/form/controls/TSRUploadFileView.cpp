@@ -3,8 +3,8 @@
 #include "tessara/form/CurrentAppearance.h"
 #include "tessara/form/ParentResponders.h"
 #include "tessara/form/TSRFileUploader.h"
-#include "tessara/form/controls/Glyphs.h"
-#include "tessara/form/controls/MenuStyle.h"
+#include "tessara/ui/Glyphs.h"
+#include "tessara/ui/MenuStyle.h"
 #include "tessara/platform/FatalError.h"
 
 #include <QAction>

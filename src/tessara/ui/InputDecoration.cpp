@@ -1,7 +1,7 @@
-#include "tessara/form/InputDecoration.h"
+#include "tessara/ui/InputDecoration.h"
 
 #include "tessara/form/CurrentAppearance.h"
-#include "tessara/platform/Hairline.h"
+#include "tessara/ui/Hairline.h"
 
 #include <QEvent>
 #include <QLineEdit>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "tessara/backend/TSRError.h"
-#include "tessara/platform/FatalError.h"
 
 #include <optional>
 #include <type_traits>
@@ -9,6 +8,9 @@
 #include <variant>
 
 namespace tessara {
+
+// Ends the program: the side of a result that is not there was read.
+[[noreturn]] void resultMisuse(bool askedForValue);
 
 // The outcome of a backend call: a decoded value or an error. Reading the side that is
 // not there is a programming error and ends the program.
@@ -40,7 +42,7 @@ public:
 
     const TSRError& error() const {
         if (isSuccess())
-            fatalError(QStringLiteral("Asked for the error of a successful result."));
+            resultMisuse(false);
         return std::get<1>(storage_);
     }
 
@@ -54,7 +56,7 @@ public:
 private:
     void requireSuccess() const {
         if (!isSuccess())
-            fatalError(QStringLiteral("Asked for the value of a failed result."));
+            resultMisuse(true);
     }
 
     std::variant<T, TSRError> storage_;
@@ -75,7 +77,7 @@ public:
 
     const TSRError& error() const {
         if (isSuccess())
-            fatalError(QStringLiteral("Asked for the error of a successful result."));
+            resultMisuse(false);
         return *error_;
     }
 

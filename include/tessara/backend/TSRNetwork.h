@@ -1,24 +1,18 @@
 #pragma once
 
-#include "tessara/backend/StepResultHandler.h"
 #include "tessara/backend/TSRFile.h"
-#include "tessara/backend/TSRHTTPRequest.h"
 #include "tessara/backend/TSRResult.h"
-#include "tessara/backend/TSRTransferOutcome.h"
 #include "tessara/documents/CreditInstalmentDatesJSON.h"
 #include "tessara/documents/CreditInstalmentDetailsJSON.h"
 #include "tessara/documents/CreditProductJSON.h"
 #include "tessara/documents/InstalmentDetailsDTO.h"
-#include "tessara/documents/JsonCoding.h"
 #include "tessara/documents/KYCStatusJSON.h"
 #include "tessara/documents/SubmissionCreateDTO.h"
 #include "tessara/documents/SubmissionJSON.h"
 #include "tessara/documents/SubmitStepDTO.h"
 #include "tessara/documents/UploadFileDTO.h"
-#include "tessara/platform/MainThread.h"
 
 #include <QNetworkReply>
-#include <QNetworkRequest>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -29,9 +23,9 @@
 #include <optional>
 #include <vector>
 
-class QNetworkAccessManager;
-
 namespace tessara {
+
+class TSRTransport;
 
 // The one backend client of the program. Requests are described as TSRHTTPRequest values,
 // sent through one QNetworkAccessManager on the main thread, and their outcome is mapped
@@ -72,64 +66,12 @@ public:
     // The User-Agent value, computed on first use.
     const QString& userAgent() const;
 
-    // The JSON bytes of `true`, made once; kept for callers that need the literal.
-    const QByteArray& encodedTrue() const { return encodedTrue_; }
+    // The request mechanics under the calls below (internal to the SDK and its tools).
+    TSRTransport& transport() const { return *transport_; }
 
     // Idle time after which a transfer ends with `timeout`; 60 s unless a test shortens it.
     double timeoutInterval() const { return timeoutInterval_; }
     void setTimeoutInterval(double seconds) { timeoutInterval_ = seconds; }
-
-    QNetworkAccessManager* session();
-
-    // A request value on the base URL with the four default headers and no body.
-    TSRHTTPRequest makeRequest(TSRHTTPMethod method, const QString& path,
-                               std::optional<QList<TSRQueryItem>> queryItems = std::nullopt) const;
-
-    // makeRequest with `dto` encoded (sorted keys) as the body and
-    // "Content-Type: application/json" appended; absent when the DTO cannot be encoded.
-    template <typename DTO>
-    std::optional<TSRHTTPRequest> buildJSONRequest(TSRHTTPMethod method, const QString& path,
-                                                   const DTO& dto) const {
-        auto body = encodeDocument(dto);
-        if (!body)
-            return std::nullopt;
-        TSRHTTPRequest request = makeRequest(method, path);
-        request.body = std::move(*body);
-        request.addHeader(QStringLiteral("Content-Type"), QStringLiteral("application/json"));
-        return request;
-    }
-
-    // makeRequest with a two-part multipart body (the file, then the DTO as "dto") and its
-    // Content-Type; absent when the DTO cannot be encoded.
-    std::optional<TSRHTTPRequest> makeUploadRequest(TSRHTTPMethod method, const QString& path,
-                                                    const TSRFile& file, const UploadFileDTO& dto) const;
-
-    // The URL a request goes to: scheme, host, port and path of the base (its query,
-    // fragment and credentials dropped), then `path` appended, then the query items.
-    // Absent when no usable http(s) URL results.
-    static std::optional<QUrl> transferURL(const TSRHTTPRequest& request);
-
-    // The network request for a value: URL, time-out and headers in order, a repeated
-    // field combined with ", ". Absent when transferURL is.
-    std::optional<QNetworkRequest> makeTransferRequest(const TSRHTTPRequest& request) const;
-
-    // Sends `request` and decodes the answer as T. Returns the started reply (main thread
-    // only), null when none was started here.
-    template <typename T> QNetworkReply* send(const TSRHTTPRequest& request, Completion<T> completion) {
-        auto networkRequest = makeTransferRequest(request);
-        if (!networkRequest) {
-            completion(TSRNetworkError::invalidURL());
-            return nullptr;
-        }
-        return start(*networkRequest, request,
-                     [completion = std::move(completion)](const TSRTransferOutcome& outcome) {
-                         if (auto result = StepResultHandler::handle<T>(outcome))
-                             runOnMain([completion, result = std::move(*result)] { completion(result); });
-                     });
-    }
-
-    // Sends a multipart request; the body of a successful answer is not read.
-    QNetworkReply* sendUpload(const TSRHTTPRequest& request, Completion<void> completion);
 
     // POST "/submission".
     void createSubmission(const SubmissionCreateDTO& dto, Completion<SubmissionJSON> completion);
@@ -163,30 +105,12 @@ public:
 
 private:
     explicit TSRNetwork(QObject* parent = nullptr);
-
-    using OutcomeHandler = std::function<void(const TSRTransferOutcome&)>;
-    // Starts the transfer (queued onto the main thread when called elsewhere); `handler`
-    // receives its outcome on the main thread.
-    QNetworkReply* start(const QNetworkRequest& networkRequest, const TSRHTTPRequest& request,
-                         OutcomeHandler handler);
-    QNetworkReply* startOnMain(const QNetworkRequest& networkRequest, const TSRHTTPRequest& request,
-                               OutcomeHandler handler);
-    // One request of a call; a followed redirect makes the next one.
-    struct Hop {
-        QNetworkRequest request;
-        QByteArray verb;
-        std::optional<QByteArray> body;
-        int redirects = 0;
-    };
-    QNetworkReply* transfer(Hop hop, const QUrl& originalURL, std::shared_ptr<OutcomeHandler> handler);
-
     std::optional<QUrl> instanceURL_;
     QString preferredLocalisation_;
     mutable std::once_flag userAgentOnce_;
     mutable QString userAgent_;
-    QByteArray encodedTrue_;
     double timeoutInterval_ = TIMEOUT_INTERVAL_FOR_REQUEST;
-    std::unique_ptr<QNetworkAccessManager> session_;
+    std::unique_ptr<TSRTransport> transport_;
 };
 
 } // namespace tessara

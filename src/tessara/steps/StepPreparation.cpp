@@ -1,4 +1,4 @@
-#include "tessara/api/StepPreparation.h"
+#include "tessara/steps/StepPreparation.h"
 
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/platform/FatalError.h"

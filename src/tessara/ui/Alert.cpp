@@ -1,6 +1,6 @@
-#include "tessara/platform/Alert.h"
+#include "tessara/ui/Alert.h"
 
-#include "tessara/platform/Hairline.h"
+#include "tessara/ui/Hairline.h"
 
 #include <QBoxLayout>
 #include <QEvent>

@@ -1,7 +1,7 @@
-#include "tessara/form/ButtonAppearance.h"
+#include "tessara/ui/ButtonAppearance.h"
 
 #include "tessara/form/CurrentAppearance.h"
-#include "tessara/platform/CssColor.h"
+#include "tessara/ui/CssColor.h"
 
 #include <QEvent>
 #include <QPushButton>

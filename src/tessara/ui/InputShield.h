@@ -1,18 +1,21 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 namespace tessara {
 
 // A transparent cover over its parent that swallows every pointer and key event while
-// engaged: the form takes no input while a step is on its way, without greying out.
+// engaged: a screen takes no input while its step is on its way, without greying out. The
+// pressed button is disabled and shows its activity indicator meanwhile.
 class InputShield : public QWidget {
     Q_OBJECT
 public:
     explicit InputShield(QWidget* parent);
 
-    // Covers the parent, comes to the front and takes the keyboard focus.
-    void engage();
+    // Covers the parent, comes to the front and takes the keyboard focus; `pressed`, when
+    // given, is disabled and shows its activity indicator (a BusyButton) until release().
+    void engage(QWidget* pressed = nullptr);
     void release();
     bool isEngaged() const { return engaged_; }
 
@@ -22,7 +25,10 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    void setPressedBusy(bool busy);
+
     bool engaged_ = false;
+    QPointer<QWidget> pressed_;
 };
 
 } // namespace tessara

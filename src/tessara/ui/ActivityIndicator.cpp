@@ -1,4 +1,4 @@
-#include "tessara/platform/ActivityIndicator.h"
+#include "tessara/ui/ActivityIndicator.h"
 
 #include <QPainter>
 

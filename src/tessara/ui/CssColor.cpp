@@ -1,4 +1,4 @@
-#include "tessara/platform/CssColor.h"
+#include "tessara/ui/CssColor.h"
 
 namespace tessara {
 

@@ -1,4 +1,4 @@
-#include "tessara/form/OverlayScrollBar.h"
+#include "tessara/ui/OverlayScrollBar.h"
 
 #include <QAbstractScrollArea>
 

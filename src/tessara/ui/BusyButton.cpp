@@ -1,6 +1,6 @@
-#include "tessara/platform/BusyButton.h"
+#include "tessara/ui/BusyButton.h"
 
-#include "tessara/platform/ActivityIndicator.h"
+#include "tessara/ui/ActivityIndicator.h"
 
 namespace tessara {
 

@@ -1,4 +1,4 @@
-#include "tessara/form/CloseGlyphButton.h"
+#include "tessara/ui/CloseGlyphButton.h"
 
 #include "tessara/appearance/TSRAppearance.h"
 

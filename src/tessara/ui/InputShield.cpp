@@ -1,4 +1,6 @@
-#include "tessara/form/InputShield.h"
+#include "tessara/ui/InputShield.h"
+
+#include "tessara/ui/BusyButton.h"
 
 #include <QEvent>
 
@@ -14,8 +16,10 @@ InputShield::InputShield(QWidget* parent)
     hide();
 }
 
-void InputShield::engage() {
+void InputShield::engage(QWidget* pressed) {
     engaged_ = true;
+    pressed_ = pressed;
+    setPressedBusy(true);
     setGeometry(parentWidget()->rect());
     show();
     raise();
@@ -25,6 +29,16 @@ void InputShield::engage() {
 void InputShield::release() {
     engaged_ = false;
     hide();
+    setPressedBusy(false);
+    pressed_ = nullptr;
+}
+
+void InputShield::setPressedBusy(bool busy) {
+    if (!pressed_)
+        return;
+    pressed_->setEnabled(!busy);
+    if (auto* button = qobject_cast<BusyButton*>(pressed_))
+        button->setShowsActivityIndicator(busy);
 }
 
 bool InputShield::event(QEvent* event) {

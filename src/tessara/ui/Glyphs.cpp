@@ -1,4 +1,4 @@
-#include "tessara/form/controls/Glyphs.h"
+#include "tessara/ui/Glyphs.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,4 +1,4 @@
-#include "tessara/form/KeyboardGuide.h"
+#include "tessara/ui/KeyboardGuide.h"
 
 #include "tessara/platform/MainThread.h"
 

@@ -1,4 +1,4 @@
-#include "tessara/api/WidgetFade.h"
+#include "tessara/ui/WidgetFade.h"
 
 #include <QGraphicsOpacityEffect>
 #include <QPointer>

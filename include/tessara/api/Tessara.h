@@ -25,7 +25,7 @@ class TSRRootController;
 // delegate that is not a QWidget ends the program.
 //
 // Removing a root left on screen after a failed start is up to the host: call
-// `rootController()->dismiss()` (it fades out and is deleted), or simply delete it.
+// dismissRoot() (it fades out and is deleted).
 class Tessara : public QObject {
     Q_OBJECT
 public:
@@ -68,6 +68,9 @@ public:
     TSRDelegate* delegate() const;
     // The root screen of the latest call while it exists. Held weakly.
     TSRRootController* rootController() const;
+    // Removes the root screen of the latest call, if it still exists: it fades out and is
+    // deleted with everything it shows. Nothing is reported to the delegate. Main thread.
+    void dismissRoot();
 
 private:
     template <typename Request> void run(TSRDelegate* delegate, Completion completion, Request request);

@@ -1,6 +1,6 @@
 // How an alert arranges its actions and what pressing them (or Escape) does.
 
-#include "tessara/platform/Alert.h"
+#include "tessara/ui/Alert.h"
 
 #include <QAbstractButton>
 #include <QPointer>

@@ -1,4 +1,4 @@
-#include "tessara/platform/Hairline.h"
+#include "tessara/ui/Hairline.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,8 +1,8 @@
-#include "tessara/form/controls/MenuStyle.h"
+#include "tessara/ui/MenuStyle.h"
 
 #include "tessara/form/CurrentAppearance.h"
-#include "tessara/form/controls/Glyphs.h"
-#include "tessara/platform/CssColor.h"
+#include "tessara/ui/Glyphs.h"
+#include "tessara/ui/CssColor.h"
 
 #include <QMenu>
 
