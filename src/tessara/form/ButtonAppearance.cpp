@@ -1,6 +1,6 @@
 #include "tessara/form/ButtonAppearance.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/platform/CssColor.h"
 
 #include <QEvent>

@@ -1,6 +1,6 @@
 #include "tessara/form/controls/MenuStyle.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/form/controls/Glyphs.h"
 #include "tessara/platform/CssColor.h"
 
