@@ -44,6 +44,24 @@ QString firstPdfUnder(const QString& directory) {
     return it.hasNext() ? it.next() : QString();
 }
 
+// A new SDK theme in the bank's colours.
+std::shared_ptr<TSRAppearance> brandTheme() {
+    auto theme = std::make_shared<TSRAppearance>();
+    theme->setTintColor(BrandPalette::primary());
+    theme->setBackgroundColor(BrandPalette::background());
+    theme->setTextColor(BrandPalette::text());
+    theme->setFont(BrandPalette::font(10.5));
+    theme->setNavigationTitleFont(BrandPalette::font(12, QFont::DemiBold));
+    theme->setButtonFont(BrandPalette::font(11, QFont::DemiBold));
+    theme->setButtonMinimumHeight(50);
+    theme->setInputBorderStyle(TSRAppearance::InputBorderStyle::none);
+    theme->setInputBorderWidth(1);
+    theme->setInputBackgroundColor(BrandPalette::surface());
+    theme->setInputCornerRadius(12);
+    theme->setConsentLinkButtonFont(BrandPalette::font(10, QFont::DemiBold));
+    return theme;
+}
+
 } // namespace
 
 DemoApp::DemoApp(DemoOptions options, QObject* parent)
@@ -61,23 +79,6 @@ DemoApp::~DemoApp() {
 
 Autopilot* DemoApp::autopilot() const {
     return autopilot_;
-}
-
-void DemoApp::applyBrandTheme() {
-    TSRAppearance theme;
-    theme.setTintColor(BrandPalette::primary());
-    theme.setBackgroundColor(BrandPalette::background());
-    theme.setTextColor(BrandPalette::text());
-    theme.setFont(BrandPalette::font(10.5));
-    theme.setNavigationTitleFont(BrandPalette::font(12, QFont::DemiBold));
-    theme.setButtonFont(BrandPalette::font(11, QFont::DemiBold));
-    theme.setButtonMinimumHeight(50);
-    theme.setInputBorderStyle(TSRAppearance::InputBorderStyle::none);
-    theme.setInputBorderWidth(1);
-    theme.setInputBackgroundColor(BrandPalette::surface());
-    theme.setInputCornerRadius(12);
-    theme.setConsentLinkButtonFont(BrandPalette::font(10, QFont::DemiBold));
-    Tessara::setAppearance(std::move(theme));
 }
 
 bool DemoApp::startBackend() {
@@ -116,8 +117,7 @@ bool DemoApp::start() {
     }
     // A Bulgarian bank app: dates and numbers in the SDK's controls follow the app's locale.
     QLocale::setDefault(QLocale(QLocale::Bulgarian, QLocale::Bulgaria));
-    applyBrandTheme();
-    tessara_ = std::make_unique<Tessara>(backendUrl_, Tessara::appearance());
+    tessara_ = std::make_unique<Tessara>(backendUrl_, brandTheme());
 
     window_ = std::make_unique<DemoWindow>();
     connect(log_.get(), &DemoLog::lineAdded, window_->logPanel(), &CallbackLogPanel::append);

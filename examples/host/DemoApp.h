@@ -39,9 +39,6 @@ public:
     BackendServer* backend() const { return backend_.get(); }
     QUrl backendUrl() const { return backendUrl_; }
 
-    // The SDK's theme in the bank's colours.
-    static void applyBrandTheme();
-
 Q_SIGNALS:
     // The run is over (autopilot done, or the window closed); `exitCode` is the program's.
     void finished(int exitCode);

@@ -33,14 +33,14 @@ std::unique_ptr<TSRViewController> titledScreen(const QString& title) {
 }
 
 TEST(RootController, ShowsTheThemeBackgroundAndASpinningLoaderInTheMiddle) {
-    TSRAppearance theme;
-    theme.setBackgroundColor(QColor(0xfa, 0xf0, 0xe6));
-    theme.setTintColor(QColor(0x00, 0x80, 0x60));
+    auto theme = std::make_shared<TSRAppearance>();
+    theme->setBackgroundColor(QColor(0xfa, 0xf0, 0xe6));
+    theme->setTintColor(QColor(0x00, 0x80, 0x60));
     Tessara::setAppearance(theme);
     HostWidget host;
     auto* root = new TSRRootController; // owned by host once presented
     root->presentOver(&host);
-    Tessara::setAppearance(TSRAppearance());
+    Tessara::setAppearance(std::make_shared<TSRAppearance>());
 
     EXPECT_EQ(root->palette().color(QPalette::Window), QColor(0xfa, 0xf0, 0xe6));
     EXPECT_TRUE(root->autoFillBackground());
@@ -119,10 +119,10 @@ TEST(NavigationViewController, RotationAnswersComeFromTheVisibleScreen) {
 }
 
 TEST(NavigationViewController, TheBarShowsTheVisibleScreensTitleAndRightItem) {
-    TSRAppearance theme;
-    QFont titleFont = theme.navigationTitleFont();
+    auto theme = std::make_shared<TSRAppearance>();
+    QFont titleFont = theme->navigationTitleFont();
     titleFont.setPixelSize(21);
-    theme.setNavigationTitleFont(titleFont);
+    theme->setNavigationTitleFont(titleFont);
     Tessara::setAppearance(theme);
     HostWidget host;
     auto first = titledScreen(QStringLiteral("Лични данни"));
@@ -133,7 +133,7 @@ TEST(NavigationViewController, TheBarShowsTheVisibleScreensTitleAndRightItem) {
     auto* navigation = new TSRNavigationViewController(std::move(first), &host); // owned by host
     navigation->setGeometry(host.rect());
     navigation->show();
-    Tessara::setAppearance(TSRAppearance());
+    Tessara::setAppearance(std::make_shared<TSRAppearance>());
 
     TSRNavigationBar* bar =
         navigation->findChild<TSRNavigationBar*>(QStringLiteral("TSRNavigationViewController.navigationBar"));

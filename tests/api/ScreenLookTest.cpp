@@ -38,24 +38,24 @@ int pixelsNear(const QImage& image, const QRect& area, const QColor& colour) {
 }
 
 TEST(ScreenLook, RootWithItsLoader) {
-    Tessara::setAppearance(TSRAppearance());
+    Tessara::setAppearance(std::make_shared<TSRAppearance>());
     HostWidget host;
     auto* root = new TSRRootController; // owned by host once presented
     root->presentOver(&host);
     QTest::qWait(kFadeDurationMs + 100);
 
     const QImage image = grabAndKeep(root, QStringLiteral("api-root-loader.png"));
-    const QColor background = Tessara::appearance().backgroundColor();
+    const QColor background = Tessara::appearance()->backgroundColor();
     EXPECT_EQ(image.pixelColor(5, 5), background);
     EXPECT_EQ(image.pixelColor(image.width() - 5, image.height() - 5), background);
     // The spinner is drawn in the tint, in the middle.
     const QRect middle(QPoint(195 - 20, 422 - 20), QSize(40, 40));
-    EXPECT_GT(pixelsNear(image, middle, Tessara::appearance().tintColor()), 20);
-    EXPECT_EQ(pixelsNear(image, QRect(0, 0, 390, 300), Tessara::appearance().tintColor()), 0);
+    EXPECT_GT(pixelsNear(image, middle, Tessara::appearance()->tintColor()), 20);
+    EXPECT_EQ(pixelsNear(image, QRect(0, 0, 390, 300), Tessara::appearance()->tintColor()), 0);
 }
 
 TEST(ScreenLook, NavigationScreenWithAForm) {
-    Tessara::setAppearance(TSRAppearance());
+    Tessara::setAppearance(std::make_shared<TSRAppearance>());
     HostWidget host;
     auto* root = new TSRRootController; // owned by host once presented
     root->presentOver(&host);
@@ -76,7 +76,7 @@ TEST(ScreenLook, NavigationScreenWithAForm) {
     TSRNavigationViewController* navigation = root->navigationChild();
     ASSERT_NE(navigation, nullptr);
     const QImage image = grabAndKeep(root, QStringLiteral("api-navigation-form.png"));
-    const QColor background = Tessara::appearance().backgroundColor();
+    const QColor background = Tessara::appearance()->backgroundColor();
     const int barHeight = TSRNavigationBar::kHeight;
     // Bar in the theme background, a hairline below it, the screen below that.
     EXPECT_EQ(image.pixelColor(3, 3), background);
@@ -84,7 +84,7 @@ TEST(ScreenLook, NavigationScreenWithAForm) {
     EXPECT_EQ(image.pixelColor(3, barHeight + 2), background);
     // The title is drawn around the middle of the bar, in the text colour.
     const QRect titleArea(195 - 60, 8, 120, barHeight - 16);
-    EXPECT_GT(pixelsNear(image, titleArea, Tessara::appearance().textColor()), 30);
+    EXPECT_GT(pixelsNear(image, titleArea, Tessara::appearance()->textColor()), 30);
     // The close item sits at the trailing edge.
     QWidget* item = navigation->navigationBar()->rightItem();
     ASSERT_NE(item, nullptr);
@@ -92,7 +92,7 @@ TEST(ScreenLook, NavigationScreenWithAForm) {
 }
 
 TEST(ScreenLook, TheBarFollowsADarkPalette) {
-    Tessara::setAppearance(TSRAppearance());
+    Tessara::setAppearance(std::make_shared<TSRAppearance>());
     HostWidget host;
     auto screen = std::make_unique<TSRViewController>();
     screen->setNavigationTitle(QStringLiteral("Стъпка"));

@@ -6,6 +6,7 @@
 #include "tessara/form/TSRFormController.h"
 #include "tessara/ui/ActivityIndicator.h"
 
+#include <QApplication>
 #include <QLoggingCategory>
 #include <memory>
 
@@ -27,7 +28,7 @@ TEST(TessaraStart, ShowsTheLoaderThenEmbedsTheFirstStepBeforeReportingSuccess) {
     LoopbackHttpServer server;
     server.enqueue(CannedResponse::json(200, kFirstStep).afterMs(150));
     HostWidget host;
-    Tessara tessara(server.url(QStringLiteral("/api")), TSRAppearance());
+    Tessara tessara(server.url(QStringLiteral("/api")), std::make_shared<TSRAppearance>());
 
     Outcome outcome;
     tessara.startProcess(QStringLiteral("p-1"), std::nullopt, &host, [&](TSRResult<bool> result) {
@@ -80,7 +81,7 @@ TEST(TessaraStart, AFailedStartLeavesTheSpinningRootAndReportsTheErrorOnce) {
     LoopbackHttpServer server;
     server.enqueue(CannedResponse::json(400, R"({"message":"Процесът не е намерен"})"));
     HostWidget host;
-    Tessara tessara(server.url(QStringLiteral("/api")), TSRAppearance());
+    Tessara tessara(server.url(QStringLiteral("/api")), std::make_shared<TSRAppearance>());
 
     struct {
         int calls = 0;
@@ -117,7 +118,7 @@ TEST(TessaraStart, EachCallMakesAFreshRootAndTheLinksFollowTheNewest) {
     LoopbackHttpServer server;
     server.setHandler([](const RecordedRequest&) { return CannedResponse::json(200, kFirstStep); });
     HostWidget host;
-    Tessara tessara(server.url(QStringLiteral("/api")), TSRAppearance());
+    Tessara tessara(server.url(QStringLiteral("/api")), std::make_shared<TSRAppearance>());
 
     int calls = 0;
     tessara.startProcess(QStringLiteral("p-1"), std::nullopt, &host, [&](TSRResult<bool>) { ++calls; });
@@ -137,7 +138,8 @@ TEST(TessaraStart, TheCallbackArrivesEvenAfterTheTessaraObjectIsGone) {
     LoopbackHttpServer server;
     server.enqueue(CannedResponse::json(200, kFirstStep).afterMs(100));
     HostWidget host;
-    auto tessara = std::make_unique<Tessara>(server.url(QStringLiteral("/api")), TSRAppearance());
+    auto tessara =
+        std::make_unique<Tessara>(server.url(QStringLiteral("/api")), std::make_shared<TSRAppearance>());
 
     Outcome outcome;
     tessara->startProcess(QStringLiteral("p-1"), std::nullopt, &host, [&](TSRResult<bool> result) {
@@ -171,7 +173,7 @@ TEST(TessaraRequests, OpenStepAsksForTheCurrentStepOfTheDirection) {
         LoopbackHttpServer server;
         server.enqueue(CannedResponse::json(200, kFirstStep));
         HostWidget host;
-        Tessara tessara(server.url(QStringLiteral("/api")), TSRAppearance());
+        Tessara tessara(server.url(QStringLiteral("/api")), std::make_shared<TSRAppearance>());
         bool done = false;
         tessara.openStep(c.directionId, &host, [&](TSRResult<bool>) { done = true; });
         ASSERT_TRUE(waitUntil([&] { return done; }));
@@ -206,7 +208,7 @@ TEST(TessaraRequests, CreateBodyHasSortedKeysAndFollowsTheTokenRules) {
         LoopbackHttpServer server;
         server.enqueue(CannedResponse::json(200, kFirstStep));
         HostWidget host;
-        Tessara tessara(server.url(QStringLiteral("/api")), TSRAppearance());
+        Tessara tessara(server.url(QStringLiteral("/api")), std::make_shared<TSRAppearance>());
         bool done = false;
         if (c.entry == Entry::native)
             tessara.startProcess(QStringLiteral("p-7"), c.token, &host,
@@ -231,8 +233,8 @@ TEST(TessaraRequests, TheLastTessaraMadeDecidesTheBackendOfEveryInstance) {
     second.setHandler([](const RecordedRequest&) { return CannedResponse::json(200, kFirstStep); });
     HostWidget host;
 
-    Tessara older(first.url(QStringLiteral("/a")), TSRAppearance());
-    Tessara newer(second.url(QStringLiteral("/b")), TSRAppearance());
+    Tessara older(first.url(QStringLiteral("/a")), std::make_shared<TSRAppearance>());
+    Tessara newer(second.url(QStringLiteral("/b")), std::make_shared<TSRAppearance>());
     int done = 0;
     older.openStep(QStringLiteral("x"), &host, [&](TSRResult<bool>) { ++done; });
     newer.openStep(QStringLiteral("y"), &host, [&](TSRResult<bool>) { ++done; });
@@ -242,7 +244,7 @@ TEST(TessaraRequests, TheLastTessaraMadeDecidesTheBackendOfEveryInstance) {
     EXPECT_EQ(second.requests()[0].target, "/b/step/direction/x/current");
 
     // One made without a URL sends everyone back to the compiled-in default.
-    Tessara withoutURL(std::nullopt, TSRAppearance());
+    Tessara withoutURL(std::nullopt, std::make_shared<TSRAppearance>());
     EXPECT_EQ(TSRNetwork::shared().instanceURL(), std::nullopt);
     const QUrl base = TSRNetwork::shared().baseURL();
     EXPECT_TRUE(base.isValid());
@@ -261,7 +263,7 @@ TEST(TessaraEntry, AnnouncesStartAndOpenAtInfoLevel) {
     LoopbackHttpServer server;
     server.setHandler([](const RecordedRequest&) { return CannedResponse::json(200, kFirstStep); });
     HostWidget host;
-    Tessara tessara(server.url(), TSRAppearance());
+    Tessara tessara(server.url(), std::make_shared<TSRAppearance>());
     int done = 0;
     tessara.startProcess(QStringLiteral("p-1"), QStringLiteral("secret"), &host,
                          [&](TSRResult<bool>) { ++done; });
@@ -276,24 +278,77 @@ TEST(TessaraEntry, AnnouncesStartAndOpenAtInfoLevel) {
     EXPECT_EQ(lines[1].second, QStringLiteral("Opening step with id d-1…"));
 }
 
-TEST(TessaraEntry, TheGivenThemeBecomesTheGlobalOne) {
-    TSRAppearance theme;
-    theme.setTintColor(QColor(0x12, 0x34, 0x56));
-    Tessara tessara(std::nullopt, theme);
-    EXPECT_EQ(Tessara::appearance().tintColor(), QColor(0x12, 0x34, 0x56));
+const QByteArray kStyledStep =
+    R"({"type":"FORM","name":"Заявка","submissionId":"s-1","directionId":"d-1","processId":"p-1",)"
+    R"("fields":[{"type":"INPUT","key":"name","label":"Име"},)"
+    R"({"type":"FLOW","key":"go","label":"Напред","directionId":"next"}]})";
 
-    // The global is a copy: changing the host's object later does not reach it.
-    theme.setTintColor(Qt::red);
-    EXPECT_EQ(Tessara::appearance().tintColor(), QColor(0x12, 0x34, 0x56));
+// The text colours of the input and the button on the screen that reopening "d-1" shows.
+struct ShownTextColours {
+    QColor input;
+    QColor button;
+};
 
-    Tessara::setAppearance(TSRAppearance());
-    EXPECT_EQ(Tessara::appearance().tintColor(), TSRAppearance::systemBlue());
+ShownTextColours openStyledStep(Tessara& tessara, LoopbackHttpServer& server, HostWidget& host) {
+    server.enqueue(CannedResponse::json(200, kStyledStep));
+    bool done = false;
+    tessara.openStep(QStringLiteral("d-1"), &host, [&](TSRResult<bool>) { done = true; });
+    if (!waitUntil([&] { return done; }))
+        ADD_FAILURE() << "the step did not open";
+    settle();
+    QWidget* screen = tessara.rootController()->navigationChild()->visibleViewController();
+    auto* input = screen->findChild<QWidget*>(QStringLiteral("TSRInputField.name"));
+    auto* button = screen->findChild<QWidget*>(QStringLiteral("TSRFlowButton.go"));
+    if (!input || !button) {
+        ADD_FAILURE() << "the step's input or button is missing";
+        return {};
+    }
+    return {input->palette().color(QPalette::Text), button->palette().color(QPalette::ButtonText)};
+}
+
+TEST(TessaraTheme, TheHostKeepsItsThemeAndTheNextScreenShowsALaterChange) {
+    LoopbackHttpServer server;
+    HostWidget host;
+    auto theme = std::make_shared<TSRAppearance>();
+    Tessara tessara(server.url(QStringLiteral("/api")), theme);
+    EXPECT_EQ(Tessara::appearance(), theme);
+
+    theme->setInputTextColor(QColor(0x80, 0x10, 0x10));
+    theme->setButtonTextColor(QColor(0x10, 0x50, 0x20));
+    ShownTextColours shown = openStyledStep(tessara, server, host);
+    EXPECT_EQ(shown.input, QColor(0x80, 0x10, 0x10));
+    EXPECT_EQ(shown.button, QColor(0x10, 0x50, 0x20));
+
+    theme->setInputTextColor(QColor(0x20, 0x20, 0x90));
+    shown = openStyledStep(tessara, server, host);
+    EXPECT_EQ(shown.input, QColor(0x20, 0x20, 0x90));
+    Tessara::setAppearance(nullptr);
+}
+
+TEST(TessaraTheme, DefaultTextColoursOnTheNextScreenFollowASwitchToADarkPalette) {
+    LoopbackHttpServer server;
+    HostWidget host;
+    Tessara tessara(server.url(QStringLiteral("/api")), std::make_shared<TSRAppearance>());
+
+    // The light screen reads the lazy text colours first.
+    ShownTextColours shown = openStyledStep(tessara, server, host);
+    EXPECT_EQ(shown.input, QColor(Qt::black));
+    EXPECT_EQ(shown.button, QColor(Qt::black));
+
+    const QPalette saved = QApplication::palette();
+    QPalette dark(QColor(0x3a, 0x3a, 0x3c), QColor(0x1c, 0x1c, 0x1e));
+    dark.setColor(QPalette::WindowText, Qt::white);
+    QApplication::setPalette(dark);
+    shown = openStyledStep(tessara, server, host);
+    QApplication::setPalette(saved);
+    EXPECT_EQ(shown.input, QColor(Qt::white));
+    EXPECT_EQ(shown.button, QColor(Qt::white));
 }
 
 TEST(TessaraEntryDeathTest, ADelegateThatIsNoWidgetEndsTheProgram) {
     EXPECT_DEATH(
         {
-            Tessara tessara(QUrl(QStringLiteral("http://127.0.0.1:9")), TSRAppearance());
+            Tessara tessara(QUrl(QStringLiteral("http://127.0.0.1:9")), std::make_shared<TSRAppearance>());
             PlainDelegate delegate;
             tessara.startProcess(QStringLiteral("p"), std::nullopt, &delegate, [](TSRResult<bool>) {});
         },

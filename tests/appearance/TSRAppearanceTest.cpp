@@ -114,9 +114,12 @@ TEST(TSRAppearance, LazyPropertiesTakeTheirFallbackOnceAtFirstRead) {
             EXPECT_NE(c.read(theme), c.changedFallback);
         }
         {
-            // Fallback changed before the first read: the read takes the new value.
+            // Fallback changed before the first read: the read takes the new value, which
+            // a host set, so it stays in the dark style too.
             TSRAppearance theme;
             c.changeFallback(theme);
+            EXPECT_EQ(c.read(theme), c.changedFallback);
+            DarkPalette dark;
             EXPECT_EQ(c.read(theme), c.changedFallback);
         }
         {
@@ -178,22 +181,49 @@ TEST(TSRAppearance, NotANumberMeansUnset) {
 }
 
 TEST(TSRAppearance, DefaultColoursFollowTheDarkStyleAndSetOnesDoNot) {
-    TSRAppearance theme;
-    theme.setTintColor(QColor(0x11, 0x22, 0x33));
-    {
+    struct Case {
+        const char* property;
+        std::function<QColor(TSRAppearance&)> read;
+        std::function<void(TSRAppearance&, const QColor&)> write;
+        QColor light;
+        QColor dark;
+    };
+    const std::vector<Case> cases{
+        {"tintColor", [](TSRAppearance& t) { return t.tintColor(); },
+         [](TSRAppearance& t, const QColor& c) { t.setTintColor(c); }, QColor(0x00, 0x7a, 0xff),
+         QColor(0x0a, 0x84, 0xff)},
+        {"backgroundColor", [](TSRAppearance& t) { return t.backgroundColor(); },
+         [](TSRAppearance& t, const QColor& c) { t.setBackgroundColor(c); }, Qt::white, Qt::black},
+        {"textColor", [](TSRAppearance& t) { return t.textColor(); },
+         [](TSRAppearance& t, const QColor& c) { t.setTextColor(c); }, Qt::black, Qt::white},
+        {"inputBorderColor", [](TSRAppearance& t) { return t.inputBorderColor(); },
+         [](TSRAppearance& t, const QColor& c) { t.setInputBorderColor(c); }, QColor::fromRgbF(0, 0, 0, 0.2f),
+         QColor::fromRgbF(1, 1, 1, 0.2f)},
+        {"inputBackgroundColor", [](TSRAppearance& t) { return t.inputBackgroundColor(); },
+         [](TSRAppearance& t, const QColor& c) { t.setInputBackgroundColor(c); }, Qt::white, Qt::black},
+        // Lazy ones: the light read below is their first, and must not freeze the light colour.
+        {"inputTextColor", [](TSRAppearance& t) { return t.inputTextColor(); },
+         [](TSRAppearance& t, const QColor& c) { t.setInputTextColor(c); }, Qt::black, Qt::white},
+        {"buttonTextColor", [](TSRAppearance& t) { return t.buttonTextColor(); },
+         [](TSRAppearance& t, const QColor& c) { t.setButtonTextColor(c); }, Qt::black, Qt::white},
+        {"bubbleBackgroundColor", [](TSRAppearance& t) { return t.bubbleBackgroundColor(); },
+         [](TSRAppearance& t, const QColor& c) { t.setBubbleBackgroundColor(c); }, QColor(0xf2, 0xf2, 0xf7),
+         QColor(0x1c, 0x1c, 0x1e)},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.property);
+        TSRAppearance theme;
+        ASSERT_FALSE(TSRAppearance::isDarkStyle());
+        EXPECT_EQ(c.read(theme), c.light);
+        {
+            DarkPalette dark;
+            ASSERT_TRUE(TSRAppearance::isDarkStyle());
+            EXPECT_EQ(c.read(theme), c.dark);
+        }
+        c.write(theme, QColor(0x11, 0x22, 0x33));
         DarkPalette dark;
-        ASSERT_TRUE(TSRAppearance::isDarkStyle());
-        EXPECT_EQ(theme.inputBorderColor(), QColor::fromRgbF(1, 1, 1, 0.2f));
-        EXPECT_EQ(theme.backgroundColor(), QColor(Qt::black));
-        EXPECT_EQ(theme.textColor(), QColor(Qt::white));
-        EXPECT_EQ(theme.tintColor(), QColor(0x11, 0x22, 0x33));
+        EXPECT_EQ(c.read(theme), QColor(0x11, 0x22, 0x33));
     }
-    ASSERT_FALSE(TSRAppearance::isDarkStyle());
-    EXPECT_EQ(theme.inputBorderColor(), QColor::fromRgbF(0, 0, 0, 0.2f));
-
-    theme.setInputBorderColor(Qt::red);
-    DarkPalette dark;
-    EXPECT_EQ(theme.inputBorderColor(), QColor(Qt::red));
 }
 
 } // namespace

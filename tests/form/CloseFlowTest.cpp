@@ -1,7 +1,7 @@
 // Closing a step: at once when nothing would be lost, after a confirmation otherwise.
 
 #include "FormTestSupport.h"
-#include "tessara/api/Tessara.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/form/controls/TSRCheckbox.h"
 #include "tessara/form/controls/TSRConsentToggle.h"
 #include "tessara/form/controls/TSRInputField.h"
@@ -118,7 +118,7 @@ TEST(CloseFlowAlert, StayKeepsTheFormAndCloseReportsTheStep) {
 }
 
 TEST(CloseFlowAlert, ThemeWithoutCloseButtonShowsNone) {
-    TSRAppearance& theme = Tessara::appearance();
+    TSRAppearance& theme = currentAppearance();
     theme.setShowCloseButton(false);
     {
         FormScreen screen(closeStep());

@@ -2,7 +2,7 @@
 // and where styled controls go.
 
 #include "FormTestSupport.h"
-#include "tessara/api/Tessara.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/form/PositionStyle.h"
 #include "tessara/form/TSRControl.h"
 #include "tessara/form/TSRControlFactory.h"
@@ -220,7 +220,7 @@ TEST(FormAssembly, A1WithMiddlePositionPutsTheLogoOnTop) {
 }
 
 TEST(FormAssembly, LeadingSpaceComesFromTheThemeAtEachRead) {
-    TSRAppearance& theme = Tessara::appearance();
+    TSRAppearance& theme = currentAppearance();
     const double saved = theme.leadingSpace();
     theme.setLeadingSpace(std::nan(""));
     FormScreen screen(stepFromJson(R"({"type":"FORM","directionId":"d","fields":[

@@ -251,11 +251,21 @@ TEST(Submission, FailedUploadSendsNoStepUnlocksAndRestartsFromTheFirstFile) {
     screen.server.enqueue(CannedResponse::noBody(200));
     screen.server.enqueue(CannedResponse::json(500, R"({"message":"Грешка при запис"})"));
 
+    static std::vector<QtMsgType> levels;
+    levels.clear();
+    const QtMessageHandler previous =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& message) {
+            if (QByteArray(context.category) == "com.tessara.TessaraSDK.Tessara" &&
+                message.startsWith(QStringLiteral("File upload failed")))
+                levels.push_back(type);
+        });
     screen.click(QStringLiteral("TSRFlowButton.send"));
     ASSERT_TRUE(screen.server.waitForRequests(2));
     auto* button = screen.find<TSRFlowButton>(QStringLiteral("TSRFlowButton.send"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !screen.form()->isLocked(); }));
     settle(200);
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(levels, std::vector<QtMsgType>{QtCriticalMsg}) << "the failure is logged once, at error level";
     EXPECT_EQ(screen.server.requestCount(), 2);
     EXPECT_TRUE(button->isEnabled());
     EXPECT_FALSE(button->showsActivityIndicator());

@@ -1,6 +1,7 @@
 // Sections that appear and disappear as other fields announce their values.
 
 #include "FormTestSupport.h"
+#include "tessara/form/TSRControlFactory.h"
 #include "tessara/form/TSRSectionView.h"
 #include "tessara/form/VisibilityRule.h"
 #include "tessara/form/controls/TSRCheckbox.h"
@@ -180,4 +181,53 @@ TEST(Visibility, AnAppearingSectionDoesNotSqueezeTheColumnOnTheWay) {
     EXPECT_EQ(first->height(), settledHeight);
     for (int h : log.heights)
         EXPECT_EQ(h, settledHeight) << "the column was squeezed for a pass";
+}
+
+namespace {
+
+// Posts an announcement from its destructor, as a child torn down with its parent might.
+class PostsWhenDestroyed : public QObject {
+public:
+    PostsWhenDestroyed(const QString& key, QObject* parent)
+        : QObject(parent)
+        , name_(NotificationBus::frameworkName(key)) {}
+    ~PostsWhenDestroyed() override {
+        subscribersLeft = NotificationBus::instance().subscriberCount(name_);
+        NotificationBus::instance().post(name_, {{QStringLiteral("value"), QStringLiteral("true")}});
+    }
+    static inline int subscribersLeft = -1;
+
+private:
+    QString name_;
+};
+
+} // namespace
+
+TEST(Visibility, AWatcherBeingDestroyedIsOffTheBusBeforeItsChildrenGo) {
+    // A section's own fields come from their own load, not from the step's JSON.
+    FieldJSON section = stepFromJson(R"({"fields":[{"type":"SECTION","key":"job"}]})").fields[0];
+    section.fields = stepFromJson(R"({"fields":[
+        {"type":"GROUP","key":"g","condition":{"fieldKey":"hasJob","sectionKey":"job","value":"true","operator":"EQUAL","hide":false}},
+        {"type":"INPUT","key":"employer","label":"Работодател"}]})")
+                         .fields;
+    const FieldJSON consent =
+        stepFromJson(R"({"fields":[{"type":"CONSENT","key":"gdpr","label":"Съгласен съм"}]})").fields[0];
+    const struct {
+        const char* watcher;
+        FieldJSON field;
+        const char* watchedKey;
+    } cases[] = {{"section", section, "hasJob"}, {"consent", consent, "gdpr"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.watcher);
+        const QString name = NotificationBus::frameworkName(QString::fromUtf8(c.watchedKey));
+        QWidget screen;
+        const std::vector<TSRControl*> controls = TSRControlFactory::makeControls({c.field}, &screen);
+        ASSERT_EQ(controls.size(), 1u);
+        ASSERT_EQ(NotificationBus::instance().subscriberCount(name), 1);
+        new PostsWhenDestroyed(QString::fromUtf8(c.watchedKey),
+                               controls[0]->widget()); // owned by the watcher
+        PostsWhenDestroyed::subscribersLeft = -1;
+        delete controls[0]->widget();
+        EXPECT_EQ(PostsWhenDestroyed::subscribersLeft, 0);
+    }
 }

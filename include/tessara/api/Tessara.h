@@ -10,6 +10,7 @@
 #include <QString>
 #include <QUrl>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace tessara {
@@ -31,15 +32,19 @@ class Tessara : public QObject {
 public:
     // Stores `tessaraInstanceURL` as the backend base of the one shared client (absent: the
     // compiled-in default endpoint; the last Tessara made wins, for every instance) and
-    // installs a copy of `appearance` as the global theme.
-    Tessara(std::optional<QUrl> tessaraInstanceURL, TSRAppearance appearance, QObject* parent = nullptr);
+    // installs `appearance` itself as the process-wide theme (null: a fresh default one).
+    // The host may keep the pointer and change the theme later; screens styled after a
+    // change show it.
+    Tessara(std::optional<QUrl> tessaraInstanceURL, std::shared_ptr<TSRAppearance> appearance,
+            QObject* parent = nullptr);
     Tessara() = delete;
     ~Tessara() override;
 
-    // The global theme every screen reads when it styles a view; created with all defaults
-    // on first use. Main thread.
-    static TSRAppearance& appearance();
-    static void setAppearance(TSRAppearance appearance);
+    // The process-wide theme every screen reads when it styles a view (created with all
+    // defaults on first use), and its replacement; the same as sharedAppearance() and
+    // setCurrentAppearance() in appearance/CurrentAppearance.h. Main thread.
+    static std::shared_ptr<TSRAppearance> appearance();
+    static void setAppearance(std::shared_ptr<TSRAppearance> appearance);
 
     using Completion = std::function<void(TSRResult<bool>)>;
     using ObjcCompletion = std::function<void(bool success, std::optional<TSRError> error)>;

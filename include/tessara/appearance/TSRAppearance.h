@@ -1,18 +1,20 @@
 #pragma once
 
+#include "tessara/appearance/DynamicColor.h"
+
 #include <QColor>
 #include <QFont>
-
 #include <cmath>
 #include <limits>
 #include <optional>
 
 namespace tessara {
 
-// The look of every SDK screen. The host creates one (all defaults), changes what it
-// wants and hands it to Tessara, or edits Tessara::appearance() directly. Screens read
-// the global instance when they style a view; nothing is restyled afterwards.
-// Not-a-number in a length means "unset". Main thread only.
+// The look of every SDK screen. The host makes one (std::make_shared, all defaults), hands
+// it to Tessara and may keep it and change it at any time: it is the one process-wide
+// theme (see CurrentAppearance.h), not a copy. Screens read it when they style a view, so a
+// change shows on views styled after it; nothing is restyled. Not-a-number in a length
+// means "unset". Main thread only.
 class TSRAppearance {
 public:
     // How text inputs draw their frame. `none` lets the SDK draw corner radius, border
@@ -22,15 +24,18 @@ public:
     enum class ButtonCornerStyle { dynamic, fixed, capsule, large, medium, small };
 
     TSRAppearance();
+    // A theme is shared, never copied: a copy would silently stop following the host's edits.
+    TSRAppearance(const TSRAppearance&) = delete;
+    TSRAppearance& operator=(const TSRAppearance&) = delete;
 
     // Colours left at their default follow the light or dark style of the palette at the
     // moment they are read; a colour the host sets is used as it is.
-    QColor tintColor() const;
-    void setTintColor(const QColor& c) { tintColor_ = c; }
-    QColor backgroundColor() const;
-    void setBackgroundColor(const QColor& c) { backgroundColor_ = c; }
-    QColor textColor() const;
-    void setTextColor(const QColor& c) { textColor_ = c; }
+    QColor tintColor() const { return tintColor_.resolved(); }
+    void setTintColor(const QColor& c) { tintColor_ = DynamicColor::fixed(c); }
+    QColor backgroundColor() const { return backgroundColor_.resolved(); }
+    void setBackgroundColor(const QColor& c) { backgroundColor_ = DynamicColor::fixed(c); }
+    QColor textColor() const { return textColor_.resolved(); }
+    void setTextColor(const QColor& c) { textColor_ = DynamicColor::fixed(c); }
     QFont font() const { return font_; }
     void setFont(const QFont& f) { font_ = f; }
     QFont navigationTitleFont() const { return navigationTitleFont_; }
@@ -43,15 +48,17 @@ public:
     double inputBorderWidth() const { return inputBorderWidth_; }
     void setInputBorderWidth(double w) { inputBorderWidth_ = w; }
     // Default: white at 20 % in the dark style, black at 20 % otherwise.
-    QColor inputBorderColor() const;
-    void setInputBorderColor(const QColor& c) { inputBorderColor_ = c; }
-    QColor inputBackgroundColor() const;
-    void setInputBackgroundColor(const QColor& c) { inputBackgroundColor_ = c; }
-    // Lazy: the first read takes the value of font() / textColor() at that moment.
+    QColor inputBorderColor() const { return inputBorderColor_.resolved(); }
+    void setInputBorderColor(const QColor& c) { inputBorderColor_ = DynamicColor::fixed(c); }
+    QColor inputBackgroundColor() const { return inputBackgroundColor_.resolved(); }
+    void setInputBackgroundColor(const QColor& c) { inputBackgroundColor_ = DynamicColor::fixed(c); }
+    // Lazy: the first read takes font() / textColor() as they stand then; a later change
+    // of those no longer reaches it. A textColor still at its default is taken as the
+    // default itself, so the input text keeps following the light or dark style.
     QFont inputFont();
     void setInputFont(const QFont& f) { inputFont_ = f; }
     QColor inputTextColor();
-    void setInputTextColor(const QColor& c) { inputTextColor_ = c; }
+    void setInputTextColor(const QColor& c) { inputTextColor_ = DynamicColor::fixed(c); }
 
     std::optional<double> internalTextFieldCornerRadius() const { return internalTextFieldCornerRadius_; }
     void setInternalTextFieldCornerRadius(std::optional<double> r) { internalTextFieldCornerRadius_ = r; }
@@ -65,8 +72,9 @@ public:
 
     QFont buttonFont();
     void setButtonFont(const QFont& f) { buttonFont_ = f; }
+    // Lazy, like inputFont and inputTextColor.
     QColor buttonTextColor();
-    void setButtonTextColor(const QColor& c) { buttonTextColor_ = c; }
+    void setButtonTextColor(const QColor& c) { buttonTextColor_ = DynamicColor::fixed(c); }
     // NaN (the default) adds no minimum height.
     double buttonMinimumHeight();
     void setButtonMinimumHeight(double h) { buttonMinimumHeight_ = h; }
@@ -88,8 +96,9 @@ public:
     void setConsentLinkButtonFont(const QFont& f) { consentLinkButtonFont_ = f; }
     bool embedInstructionsLabelInBubble();
     void setEmbedInstructionsLabelInBubble(bool embed) { embedInstructionsLabelInBubble_ = embed; }
+    // Lazy; its default follows the light or dark style.
     QColor bubbleBackgroundColor();
-    void setBubbleBackgroundColor(const QColor& c) { bubbleBackgroundColor_ = c; }
+    void setBubbleBackgroundColor(const QColor& c) { bubbleBackgroundColor_ = DynamicColor::fixed(c); }
     double bubbleCornerRadius();
     void setBubbleCornerRadius(double r) { bubbleCornerRadius_ = r; }
 
@@ -105,22 +114,22 @@ public:
     static QColor secondarySystemBackground();
 
 private:
-    std::optional<QColor> tintColor_;
-    std::optional<QColor> backgroundColor_;
-    std::optional<QColor> textColor_;
+    DynamicColor tintColor_;
+    DynamicColor backgroundColor_;
+    DynamicColor textColor_;
     QFont font_;
     QFont navigationTitleFont_;
     bool showCloseButton_ = true;
     InputBorderStyle inputBorderStyle_ = InputBorderStyle::roundedRect;
     double inputBorderWidth_ = 0.0;
-    std::optional<QColor> inputBorderColor_;
-    std::optional<QColor> inputBackgroundColor_;
+    DynamicColor inputBorderColor_;
+    DynamicColor inputBackgroundColor_;
     std::optional<QFont> inputFont_;
-    std::optional<QColor> inputTextColor_;
+    std::optional<DynamicColor> inputTextColor_;
     std::optional<double> internalTextFieldCornerRadius_;
     double internalTextAreaCornerRadius_ = 6.0;
     std::optional<QFont> buttonFont_;
-    std::optional<QColor> buttonTextColor_;
+    std::optional<DynamicColor> buttonTextColor_;
     std::optional<double> buttonMinimumHeight_;
     std::optional<double> leadingSpace_;
     std::optional<ButtonSize> buttonSize_;
@@ -128,7 +137,7 @@ private:
     std::optional<double> buttonCornerRadius_;
     QFont consentLinkButtonFont_;
     std::optional<bool> embedInstructionsLabelInBubble_;
-    std::optional<QColor> bubbleBackgroundColor_;
+    std::optional<DynamicColor> bubbleBackgroundColor_;
     std::optional<double> bubbleCornerRadius_;
 };
 

@@ -1,6 +1,6 @@
 #include "tessara/api/TSRNavigationBar.h"
 
-#include "tessara/api/Tessara.h"
+#include "tessara/appearance/CurrentAppearance.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -26,7 +26,7 @@ TSRNavigationBar::TSRNavigationBar(QWidget* parent)
 
 void TSRNavigationBar::applyTheme() {
     const QScopedValueRollback guard(applyingTheme_, true);
-    TSRAppearance& theme = Tessara::appearance();
+    TSRAppearance& theme = currentAppearance();
     background_ = theme.backgroundColor();
     hairline_ = TSRAppearance::separatorColor();
     titleLabel_->setFont(theme.navigationTitleFont());

@@ -2,8 +2,8 @@
 
 #include "tessara/api/TSRNavigationBar.h"
 #include "tessara/api/TSRViewController.h"
-#include "tessara/api/Tessara.h"
 #include "tessara/ui/WidgetFade.h"
+#include "tessara/appearance/CurrentAppearance.h"
 
 #include <QEvent>
 #include <QScopedValueRollback>
@@ -19,7 +19,7 @@ QPalette paletteForStyle(TSRNavigationViewController::InterfaceStyle style) {
     using Style = TSRNavigationViewController::InterfaceStyle;
     QPalette palette;
     if (style == Style::unspecified) {
-        palette.setColor(QPalette::Window, Tessara::appearance().backgroundColor());
+        palette.setColor(QPalette::Window, currentAppearance().backgroundColor());
         return palette;
     }
     const bool dark = style == Style::dark;

@@ -1,8 +1,8 @@
 #include "tessara/api/TSRRootController.h"
 
 #include "tessara/api/TSRNavigationViewController.h"
-#include "tessara/api/Tessara.h"
 #include "tessara/ui/WidgetFade.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/ActivityIndicator.h"
 
 #include <QEvent>
@@ -84,7 +84,7 @@ bool TSRRootController::eventFilter(QObject* watched, QEvent* event) {
 
 void TSRRootController::applyTheme() {
     const QScopedValueRollback guard(applyingTheme_, true);
-    TSRAppearance& theme = Tessara::appearance();
+    TSRAppearance& theme = currentAppearance();
     QPalette background = palette();
     background.setColor(QPalette::Window, theme.backgroundColor());
     setPalette(background);

@@ -2,6 +2,7 @@
 
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/TSRRootController.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/platform/FatalError.h"
 #include "tessara/platform/Logging.h"
@@ -12,12 +13,6 @@
 namespace tessara {
 
 namespace {
-
-TSRAppearance& globalAppearance() {
-    // Made on first use; a function-local static is initialised once, thread-safely.
-    static TSRAppearance instance;
-    return instance;
-}
 
 Tessara::Completion fromObjc(Tessara::ObjcCompletion completion) {
     return [completion = std::move(completion)](TSRResult<bool> result) {
@@ -37,20 +32,21 @@ std::optional<QString> tokenFromObjc(std::optional<QString> token) {
 
 } // namespace
 
-Tessara::Tessara(std::optional<QUrl> tessaraInstanceURL, TSRAppearance appearance, QObject* parent)
+Tessara::Tessara(std::optional<QUrl> tessaraInstanceURL, std::shared_ptr<TSRAppearance> appearance,
+                 QObject* parent)
     : QObject(parent) {
     TSRNetwork::shared().setInstanceURL(std::move(tessaraInstanceURL));
-    setAppearance(std::move(appearance));
+    setCurrentAppearance(std::move(appearance));
 }
 
 Tessara::~Tessara() = default;
 
-TSRAppearance& Tessara::appearance() {
-    return globalAppearance();
+std::shared_ptr<TSRAppearance> Tessara::appearance() {
+    return sharedAppearance();
 }
 
-void Tessara::setAppearance(TSRAppearance appearance) {
-    globalAppearance() = std::move(appearance);
+void Tessara::setAppearance(std::shared_ptr<TSRAppearance> appearance) {
+    setCurrentAppearance(std::move(appearance));
 }
 
 TSRDelegate* Tessara::delegate() const {

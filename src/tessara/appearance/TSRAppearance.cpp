@@ -22,11 +22,29 @@ template <typename T, typename F> T lazy(std::optional<T>& slot, F&& fallback) {
         slot = fallback();
     return *slot;
 }
+
+// The platform colours each default is made of, light first, then dark. Constant-initialised,
+// so a theme made during static initialisation still finds them.
+constexpr QColor kWhite(255, 255, 255);
+constexpr QColor kBlack(0, 0, 0);
+constexpr DynamicColor kSystemBlue{QColor(0x00, 0x7a, 0xff), QColor(0x0a, 0x84, 0xff)};
+constexpr DynamicColor kSystemBackground{kWhite, kBlack};
+constexpr DynamicColor kLabel{kBlack, kWhite};
+constexpr DynamicColor kSeparator{QColor(0x3c, 0x3c, 0x43, 0x49), QColor(0x54, 0x54, 0x58, 0x99)};
+constexpr DynamicColor kPlaceholderText{QColor(0x3c, 0x3c, 0x43, 0x4c), QColor(0xeb, 0xeb, 0xf5, 0x4c)};
+constexpr DynamicColor kSecondarySystemBackground{QColor(0xf2, 0xf2, 0xf7), QColor(0x1c, 0x1c, 0x1e)};
+// Black or white at 20 % (51 of 255).
+constexpr DynamicColor kInputBorder{QColor(0, 0, 0, 51), QColor(255, 255, 255, 51)};
 } // namespace
 
 TSRAppearance::TSRAppearance()
-    : font_(textStyle(17, QFont::Normal))
+    : tintColor_(kSystemBlue)
+    , backgroundColor_(kSystemBackground)
+    , textColor_(kLabel)
+    , font_(textStyle(17, QFont::Normal))
     , navigationTitleFont_(textStyle(17, QFont::DemiBold))
+    , inputBorderColor_(kInputBorder)
+    , inputBackgroundColor_(kSystemBackground)
     , consentLinkButtonFont_(textStyle(16, QFont::Normal)) {}
 
 bool TSRAppearance::isDarkStyle() {
@@ -35,41 +53,19 @@ bool TSRAppearance::isDarkStyle() {
 }
 
 QColor TSRAppearance::systemBlue() {
-    return isDarkStyle() ? QColor(0x0a, 0x84, 0xff) : QColor(0x00, 0x7a, 0xff);
+    return kSystemBlue.resolved();
 }
 
 QColor TSRAppearance::separatorColor() {
-    return isDarkStyle() ? QColor(0x54, 0x54, 0x58, 0x99) : QColor(0x3c, 0x3c, 0x43, 0x49);
+    return kSeparator.resolved();
 }
 
 QColor TSRAppearance::placeholderTextColor() {
-    return isDarkStyle() ? QColor(0xeb, 0xeb, 0xf5, 0x4c) : QColor(0x3c, 0x3c, 0x43, 0x4c);
+    return kPlaceholderText.resolved();
 }
 
 QColor TSRAppearance::secondarySystemBackground() {
-    return isDarkStyle() ? QColor(0x1c, 0x1c, 0x1e) : QColor(0xf2, 0xf2, 0xf7);
-}
-
-QColor TSRAppearance::tintColor() const {
-    return tintColor_.value_or(systemBlue());
-}
-
-QColor TSRAppearance::backgroundColor() const {
-    return backgroundColor_.value_or(isDarkStyle() ? QColor(Qt::black) : QColor(Qt::white));
-}
-
-QColor TSRAppearance::textColor() const {
-    return textColor_.value_or(isDarkStyle() ? QColor(Qt::white) : QColor(Qt::black));
-}
-
-QColor TSRAppearance::inputBorderColor() const {
-    if (inputBorderColor_)
-        return *inputBorderColor_;
-    return isDarkStyle() ? QColor::fromRgbF(1.0f, 1.0f, 1.0f, 0.2f) : QColor::fromRgbF(0.0f, 0.0f, 0.0f, 0.2f);
-}
-
-QColor TSRAppearance::inputBackgroundColor() const {
-    return inputBackgroundColor_.value_or(isDarkStyle() ? QColor(Qt::black) : QColor(Qt::white));
+    return kSecondarySystemBackground.resolved();
 }
 
 QFont TSRAppearance::inputFont() {
@@ -77,7 +73,8 @@ QFont TSRAppearance::inputFont() {
 }
 
 QColor TSRAppearance::inputTextColor() {
-    return lazy(inputTextColor_, [this] { return textColor(); });
+    // The stored value is textColor's pair, not its colour of the moment.
+    return lazy(inputTextColor_, [this] { return textColor_; }).resolved();
 }
 
 QFont TSRAppearance::buttonFont() {
@@ -85,7 +82,7 @@ QFont TSRAppearance::buttonFont() {
 }
 
 QColor TSRAppearance::buttonTextColor() {
-    return lazy(buttonTextColor_, [this] { return textColor(); });
+    return lazy(buttonTextColor_, [this] { return textColor_; }).resolved();
 }
 
 double TSRAppearance::buttonMinimumHeight() {
@@ -113,7 +110,7 @@ bool TSRAppearance::embedInstructionsLabelInBubble() {
 }
 
 QColor TSRAppearance::bubbleBackgroundColor() {
-    return lazy(bubbleBackgroundColor_, [] { return secondarySystemBackground(); });
+    return lazy(bubbleBackgroundColor_, [] { return kSecondarySystemBackground; }).resolved();
 }
 
 double TSRAppearance::bubbleCornerRadius() {

@@ -1,6 +1,6 @@
 #include "tessara/form/TSRFormController.h"
 
-#include "tessara/api/Tessara.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/documents/JsonCoding.h"
 #include "tessara/documents/SubmissionContainer.h"
@@ -54,7 +54,7 @@ TSRFormController::TSRFormController(QWidget* parent)
 TSRFormController::~TSRFormController() = default;
 
 int TSRFormController::padding() {
-    const double space = Tessara::appearance().leadingSpace();
+    const double space = currentAppearance().leadingSpace();
     return TSRAppearance::isSet(space) ? int(std::lround(space)) : kDefaultPadding;
 }
 
@@ -70,7 +70,7 @@ void TSRFormController::loadViewIfNeeded() {
     if (ui->name && !ui->name->isEmpty())
         setNavigationTitle(*ui->name);
     buildContent();
-    if (Tessara::appearance().showCloseButton()) {
+    if (currentAppearance().showCloseButton()) {
         auto* close = new CloseGlyphButton; // owned by this screen through setRightBarItem
         close->setObjectName(QStringLiteral("TSRFormController.closeButton"));
         connect(close, &QAbstractButton::clicked, this, &TSRFormController::closeHandler);
@@ -81,7 +81,7 @@ void TSRFormController::loadViewIfNeeded() {
 }
 
 void TSRFormController::applyTheme() {
-    TSRAppearance& theme = Tessara::appearance();
+    TSRAppearance& theme = currentAppearance();
     QPalette pal = palette();
     pal.setColor(QPalette::Highlight, theme.tintColor());
     pal.setColor(QPalette::Link, theme.tintColor());
@@ -287,7 +287,7 @@ void TSRFormController::closeHandler() {
                          if (self)
                              self->reportClose();
                      }}},
-        Tessara::appearance().tintColor());
+        currentAppearance().tintColor());
 }
 
 void TSRFormController::reportClose() {
@@ -339,7 +339,7 @@ void TSRFormController::showValidationAlert(const ControlValidationError& error)
     showAlert(
         this, error.alertTitle(), error.alertMessage(),
         {AlertAction{QStringLiteral("OK"), QStringLiteral("okAction"), AlertAction::Style::normal, true, {}}},
-        Tessara::appearance().tintColor());
+        currentAppearance().tintColor());
 }
 
 void TSRFormController::sendStep(const QString& directionId, const std::optional<QString>& fromFlowFieldId,
@@ -395,7 +395,7 @@ void TSRFormController::openPopup(const FieldJSON& field) {
     showAlert(
         this, content.title, content.text,
         {AlertAction{QStringLiteral("OK"), QStringLiteral("okAction"), AlertAction::Style::normal, true, {}}},
-        Tessara::appearance().tintColor());
+        currentAppearance().tintColor());
 }
 
 TSRUploadFileView* TSRFormController::uploadFileView() const {

@@ -11,7 +11,11 @@ namespace tessara {
 TSRSectionView::TSRSectionView(QWidget* parent)
     : QWidget(parent) {}
 
-TSRSectionView::~TSRSectionView() = default;
+TSRSectionView::~TSRSectionView() {
+    // The bus only lets go of this object in ~QObject; a child destroyed before that (in
+    // ~QWidget) could still post to it and reach a half-destroyed section.
+    NotificationBus::instance().unsubscribe(this);
+}
 
 std::optional<FieldJSON> TSRSectionView::findGroup(const FieldJSON& section) {
     if (!section.fields)

@@ -36,7 +36,7 @@ void uploadAt(std::shared_ptr<ChainState> state, std::size_t index) {
         if (!state->context)
             return;
         if (!result.isSuccess()) {
-            qCDebug(lcTessara).noquote() << "File upload failed:" << errorDescription(result.error());
+            qCCritical(lcTessara).noquote() << "File upload failed:" << errorDescription(result.error());
             state->finished(false);
             return;
         }

@@ -4,7 +4,6 @@
 #include <QPointer>
 #include <QString>
 #include <QVariantMap>
-
 #include <functional>
 #include <vector>
 
@@ -12,7 +11,9 @@ namespace tessara {
 
 // The in-process notification centre: names map to subscribers, delivery is
 // synchronous and finished before `post` returns. Subscribers are held weakly through
-// their owner object: once the owner is destroyed its callbacks are dropped.
+// their owner object: once the owner is destroyed its callbacks are dropped. That hold lets
+// go only in ~QObject, so an owner whose handler uses its own members calls `unsubscribe`
+// in its destructor; otherwise a post from a child being destroyed could reach it.
 // Main thread only.
 class NotificationBus {
 public:

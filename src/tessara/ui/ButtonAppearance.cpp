@@ -1,6 +1,6 @@
 #include "tessara/ui/ButtonAppearance.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/CssColor.h"
 
 #include <QEvent>

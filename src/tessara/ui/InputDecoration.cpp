@@ -1,6 +1,6 @@
 #include "tessara/ui/InputDecoration.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/Hairline.h"
 
 #include <QEvent>

@@ -1,6 +1,6 @@
 #include "tessara/ui/MenuStyle.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/Glyphs.h"
 #include "tessara/ui/CssColor.h"
 

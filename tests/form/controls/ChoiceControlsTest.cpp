@@ -12,6 +12,7 @@
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace tessara;
@@ -138,6 +139,31 @@ TEST(ChoiceControls, CheckboxStoresAndAnnouncesEverySetting) {
     EXPECT_EQ(announcements.values, (QStringList{QStringLiteral("true"), QStringLiteral("false"),
                                                  QStringLiteral("true"), QStringLiteral("true")}));
     EXPECT_EQ(checkbox->objectName(), QStringLiteral("TSRCheckbox.newsletter"));
+
+    // Qt's own ways of setting the state count as well, once per change.
+    const struct {
+        const char* way;
+        std::function<void()> set;
+        QString expected;
+    } ways[] = {
+        {"setChecked", [&] { checkbox->setChecked(false); }, QStringLiteral("false")},
+        {"toggle", [&] { checkbox->toggle(); }, QStringLiteral("true")},
+        {"click", [&] { checkbox->click(); }, QStringLiteral("false")},
+        {"animateClick",
+         [&] {
+             checkbox->animateClick();
+             ASSERT_TRUE(QTest::qWaitFor([&] { return !announcements.values.isEmpty(); }));
+             QTest::qWait(50); // time for a second, wrong announcement
+         },
+         QStringLiteral("true")},
+    };
+    for (const auto& w : ways) {
+        SCOPED_TRACE(w.way);
+        announcements.values.clear();
+        w.set();
+        EXPECT_EQ(announcements.values, QStringList{w.expected});
+        EXPECT_EQ(checkbox->value, w.expected);
+    }
 }
 
 TEST(ChoiceControls, ConsentPassesOnlyWhileTicked) {
@@ -161,6 +187,9 @@ TEST(ChoiceControls, ConsentPassesOnlyWhileTicked) {
     EXPECT_EQ(consent->value, QStringLiteral("false"));
     EXPECT_TRUE(consent->hasValue());
     EXPECT_EQ(consent->validate(false)->kind, Kind::fieldValueInvalid);
+    box->setChecked(true); // set in code, the consent follows just the same
+    EXPECT_EQ(consent->value, QStringLiteral("true"));
+    box->setChecked(false);
 
     // Only a string under "value" is copied.
     consent->handleNotification({{QStringLiteral("value"), 1}});

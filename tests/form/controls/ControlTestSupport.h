@@ -3,8 +3,8 @@
 // Shared pieces of the control tests: a screen stand-in that records what controls ask of
 // it, a recorder of value announcements, and a guard that restores the global theme.
 
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/documents/FieldJSON.h"
-#include "tessara/form/CurrentAppearance.h"
 #include "tessara/form/TSRFileUploader.h"
 #include "tessara/form/TSRFlowFollower.h"
 #include "tessara/form/TSRLinkFollower.h"
@@ -99,16 +99,18 @@ public:
     QStringList values;
 };
 
-// Tests that change the global theme put it back when they end.
+// Gives a test a fresh default theme to change, and puts the previous one back at the end.
 class ThemeGuard {
 public:
     ThemeGuard()
-        : saved_(currentAppearance()) {}
-    ~ThemeGuard() { currentAppearance() = saved_; }
+        : saved_(sharedAppearance()) {
+        setCurrentAppearance(std::make_shared<TSRAppearance>());
+    }
+    ~ThemeGuard() { setCurrentAppearance(saved_); }
     TSRAppearance& theme() { return currentAppearance(); }
 
 private:
-    TSRAppearance saved_;
+    std::shared_ptr<TSRAppearance> saved_;
 };
 
 } // namespace tessara::test

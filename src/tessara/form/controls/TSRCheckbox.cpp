@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRCheckbox.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/Glyphs.h"
 
 #include <QFontMetrics>
@@ -34,12 +34,20 @@ void TSRCheckbox::setup() {
     p.setColor(QPalette::ButtonText, theme.buttonTextColor());
     p.setColor(QPalette::Highlight, theme.tintColor());
     setPalette(p);
-    // A click has already flipped the check state; store and announce it.
-    connect(this, &QAbstractButton::clicked, this, [this](bool checked) { setSelected(checked); });
+    // `toggled` covers every change of state (a click, setChecked, toggle, animateClick, a
+    // key press) exactly once, where `clicked` would miss the ones made in code.
+    connect(this, &QAbstractButton::toggled, this, &TSRCheckbox::recordSelection);
 }
 
 void TSRCheckbox::setSelected(bool selected) {
-    setChecked(selected);
+    // An unchanged state emits no `toggled`, yet setting the selection still counts.
+    if (isChecked() == selected)
+        recordSelection(selected);
+    else
+        setChecked(selected);
+}
+
+void TSRCheckbox::recordSelection(bool selected) {
     value = selected ? QStringLiteral("true") : QStringLiteral("false");
     announceValue();
 }

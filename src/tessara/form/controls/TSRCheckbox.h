@@ -6,9 +6,10 @@
 
 namespace tessara {
 
-// A checkbox (CHECKBOX): a square box and the field's label. Every setting of the selection,
-// by a click or by code, stores "true" or "false" in `value` and announces it. Before the
-// first change `value` is absent.
+// A checkbox (CHECKBOX): a square box and the field's label. Every change of the selection,
+// by a click or by code (setSelected, or Qt's setChecked, toggle, click, animateClick),
+// stores "true" or "false" in `value` and announces it, once. Before the first change
+// `value` is absent.
 class TSRCheckbox : public QAbstractButton, public TSRValidateable {
     Q_OBJECT
 public:
@@ -21,6 +22,7 @@ public:
     std::optional<ControlValidationError> validate(bool allowEmpty) override;
 
     bool isSelected() const { return isChecked(); }
+    // Sets the selection; stores and announces it even when it does not change.
     void setSelected(bool selected);
 
     QSize sizeHint() const override;
@@ -38,6 +40,7 @@ protected:
     bool hitButton(const QPoint& pos) const override;
 
 private:
+    void recordSelection(bool selected);
     QRectF boxRect() const;
     QRect titleRect(int width) const;
 };

@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRConsentToggle.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/form/ParentResponders.h"
 #include "tessara/form/TSRLinkFollower.h"
 #include "tessara/ui/Glyphs.h"
@@ -63,7 +63,10 @@ TSRConsentToggle::TSRConsentToggle(QWidget* parent)
     setSizePolicy(policy);
 }
 
-TSRConsentToggle::~TSRConsentToggle() = default;
+TSRConsentToggle::~TSRConsentToggle() {
+    // Before ~QWidget destroys the checkbox, which may still announce to this toggle.
+    NotificationBus::instance().unsubscribe(this);
+}
 
 void TSRConsentToggle::setup() {
     applyAccessibilityIdentifier();

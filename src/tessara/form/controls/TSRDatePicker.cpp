@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRDatePicker.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/CssColor.h"
 
 #include <QCalendarWidget>

@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRDropdownButton.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/InputDecoration.h"
 #include "tessara/ui/Glyphs.h"
 #include "tessara/ui/MenuStyle.h"

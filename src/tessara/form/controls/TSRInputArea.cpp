@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRInputArea.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/InputDecoration.h"
 #include "tessara/form/controls/TSRInputField.h"
 

@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRInputField.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/InputDecoration.h"
 #include "tessara/form/TextTrimming.h"
 #include "tessara/form/ValidationPattern.h"

@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRLabel.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 
 namespace tessara {
 

@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRLinkButton.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/form/ParentResponders.h"
 #include "tessara/form/TSRLinkOpener.h"
 #include "tessara/platform/FatalError.h"

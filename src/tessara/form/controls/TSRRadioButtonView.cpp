@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRRadioButtonView.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/form/controls/TSRRadioButton.h"
 
 #include <QButtonGroup>

@@ -1,6 +1,6 @@
 #include "tessara/form/controls/TSRUploadFileView.h"
 
-#include "tessara/form/CurrentAppearance.h"
+#include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/form/ParentResponders.h"
 #include "tessara/form/TSRFileUploader.h"
 #include "tessara/ui/Glyphs.h"
