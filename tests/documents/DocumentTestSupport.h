@@ -23,27 +23,6 @@ inline std::string str(const std::optional<QByteArray>& bytes) {
     return bytes ? bytes->toStdString() : std::string("<encoding failed>");
 }
 
-// True when every object in `json`, at any depth, lists its keys in ascending byte order.
-inline bool keysSortedEverywhere(const nlohmann::ordered_json& json) {
-    if (json.is_object()) {
-        std::string previous;
-        bool first = true;
-        for (const auto& [key, value] : json.items()) {
-            if (!first && !(previous < key))
-                return false;
-            previous = key;
-            first = false;
-            if (!keysSortedEverywhere(value))
-                return false;
-        }
-    } else if (json.is_array()) {
-        for (const auto& element : json)
-            if (!keysSortedEverywhere(element))
-                return false;
-    }
-    return true;
-}
-
 inline bool containsNull(const nlohmann::ordered_json& json) {
     if (json.is_null())
         return true;

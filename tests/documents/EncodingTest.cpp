@@ -151,7 +151,7 @@ TEST(Encoding, TextThatCannotBeUtf8FailsToEncode) {
     EXPECT_FALSE(encodeDocument(CreditInstalmentDatesJSON{"7", std::nullopt, {QDate()}}));
 }
 
-TEST(Encoding, EveryRecordHasSortedKeysNoNullsAndDecodesBackEqual) {
+TEST(Encoding, EveryRecordIsCompactWithoutNullsAndDecodesBackEqual) {
     const struct {
         const char* name;
         std::function<std::optional<QByteArray>()> encode;
@@ -184,7 +184,6 @@ TEST(Encoding, EveryRecordHasSortedKeysNoNullsAndDecodesBackEqual) {
         ASSERT_TRUE(bytes) << c.name;
         const auto json = nlohmann::ordered_json::parse(bytes->toStdString());
         EXPECT_EQ(bytes->toStdString(), json.dump()) << c.name << ": not compact";
-        EXPECT_TRUE(test::keysSortedEverywhere(json)) << c.name << ": " << bytes->toStdString();
         EXPECT_FALSE(test::containsNull(json)) << c.name;
         EXPECT_TRUE(c.decodesEqual(*bytes)) << c.name << ": " << bytes->toStdString();
     }

@@ -1,29 +1,17 @@
 #include "tessara/documents/CreditProductPeriodJSON.h"
 
-#include "tessara/documents/RecordCoding.h"
-
-#include <array>
+#include "tessara/documents/RecordTable.h"
 
 namespace tessara {
 
-using namespace std::string_view_literals;
+namespace {
+constexpr RecordTable kTable{
+    field("maxPrincipal", &CreditProductPeriodJSON::maxPrincipal),
+    field("minPrincipal", &CreditProductPeriodJSON::minPrincipal),
+    field("period", &CreditProductPeriodJSON::period),
+};
+} // namespace
 
-void readJson(JsonValue value, CreditProductPeriodJSON& out) {
-    static constexpr std::array kKeys = {"maxPrincipal"sv, "minPrincipal"sv, "period"sv};
-    const auto m = JsonReader::members(value, kKeys);
-    out.maxPrincipal = JsonReader::readDecimal(m[0]);
-    out.minPrincipal = JsonReader::readDecimal(m[1]);
-    out.period = JsonReader::readInt64(m[2]);
-}
-
-void writeJson(JsonWriter& w, const CreditProductPeriodJSON& period) {
-    w.beginObject();
-    w.member("maxPrincipal", period.maxPrincipal, writeDecimal);
-    w.member("minPrincipal", period.minPrincipal, writeDecimal);
-    w.member("period", period.period, writeInt64);
-    w.endObject();
-}
-
-TESSARA_DEFINE_JSON_CODING(CreditProductPeriodJSON)
+TESSARA_DEFINE_RECORD(CreditProductPeriodJSON, kTable)
 
 } // namespace tessara

@@ -38,14 +38,6 @@ public:
     static quint64 readUInt64(JsonValue value);
     static Decimal readDecimal(JsonValue value);
 
-    // Absent and null give std::nullopt; anything else must read.
-    template <typename Read> static auto readOptional(JsonValue value, Read read) {
-        using T = decltype(read(value));
-        if (value.isAbsentOrNull())
-            return std::optional<T>();
-        return std::optional<T>(read(value));
-    }
-
     template <typename T, typename Read> static std::vector<T> readArray(JsonValue value, Read read) {
         if (required(value).kind() != JsonDom::Kind::array)
             fail();

@@ -31,23 +31,6 @@ public:
     void writeDecimal(const Decimal& value);
     void writeNull();
 
-    template <typename T, typename Write> void member(std::string_view name, const T& value, Write write) {
-        key(name);
-        write(*this, value);
-    }
-    // Absent values are left out, never written as null.
-    template <typename T, typename Write>
-    void optionalMember(std::string_view name, const std::optional<T>& value, Write write) {
-        if (value)
-            member(name, *value, write);
-    }
-    template <typename T, typename Write> void writeArray(const std::vector<T>& values, Write write) {
-        beginArray();
-        for (const T& value : values)
-            write(*this, value);
-        endArray();
-    }
-
     void invalidate() { m_valid = false; }
     bool isValid() const { return m_valid; }
     // The bytes, or std::nullopt when something could not be written.

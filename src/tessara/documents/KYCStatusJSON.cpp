@@ -1,28 +1,17 @@
 #include "tessara/documents/KYCStatusJSON.h"
 
-#include "tessara/documents/RecordCoding.h"
-
-#include <array>
+#include "tessara/documents/RecordTable.h"
 
 namespace tessara {
 
-using namespace std::string_view_literals;
+namespace {
+constexpr RecordTable kTable{
+    field("code", &KYCStatusJSON::code),
+    field("message", &KYCStatusJSON::message),
+};
+} // namespace
 
-void readJson(JsonValue value, KYCStatusJSON& out) {
-    static constexpr std::array kKeys = {"code"sv, "message"sv};
-    const auto m = JsonReader::members(value, kKeys);
-    out.code = JsonReader::readString(m[0]);
-    out.message = JsonReader::readString(m[1]);
-}
-
-void writeJson(JsonWriter& w, const KYCStatusJSON& status) {
-    w.beginObject();
-    w.member("code", status.code, writeString);
-    w.member("message", status.message, writeString);
-    w.endObject();
-}
-
-TESSARA_DEFINE_JSON_CODING(KYCStatusJSON)
+TESSARA_DEFINE_RECORD(KYCStatusJSON, kTable)
 
 std::optional<QString> decodeRequiredStringMember(QByteArrayView bytes, std::string_view key) {
     const auto dom = JsonDom::parse(bytes);
