@@ -41,8 +41,8 @@ public:
     ~Tessara() override;
 
     // The process-wide theme every screen reads when it styles a view (created with all
-    // defaults on first use), and its replacement; the same as sharedAppearance() and
-    // setCurrentAppearance() in appearance/CurrentAppearance.h. Main thread.
+    // defaults on first use), and its replacement. A host may keep the object and change it
+    // at any time: screens styled after a change show it. Main thread.
     static std::shared_ptr<TSRAppearance> appearance();
     static void setAppearance(std::shared_ptr<TSRAppearance> appearance);
 
