@@ -3,6 +3,8 @@
 #include "tessara/documents/RecordTable.h"
 #include "tessara/kyc/signalling/SignalCoding.h"
 
+#include <QStringList>
+
 namespace tessara {
 
 namespace {
@@ -13,5 +15,13 @@ constexpr RecordTable kTable{
 } // namespace
 
 TESSARA_DEFINE_RECORD(KYCStatusSignal, kTable)
+
+bool isTerminalStatus(const QString& type) {
+    static const QStringList words = {QStringLiteral("KYC_STATUS_SELFIE_OK"),
+                                      QStringLiteral("KYC_STATUS_FAILED"),
+                                      QStringLiteral("FAILED_NO_VIDEO_STREAM_CONNECTION"),
+                                      QStringLiteral("PROCESS_SUCCESS"), QStringLiteral("PROCESS_FAIL")};
+    return words.contains(type);
+}
 
 } // namespace tessara
