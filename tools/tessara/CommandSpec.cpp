@@ -119,6 +119,39 @@ QList<CommandSpec> makeCommands() {
                      {QStringLiteral("SUBMISSION_ID"), QStringLiteral("USER_HASH")},
                      {},
                      {}});
+    commands.append(
+        {QStringLiteral("listen"),
+         QStringLiteral("STREAM_URL --user-hash H [--seconds N]"),
+         QStringLiteral("Join a verification service's socket and print every message as the SDK reads it."),
+         QStringLiteral(
+             "Opens the verification socket at STREAM_URL with the path \"mobile/h264\" appended (ws, wss, "
+             "http or https), with the SDK's own socket and signalling client: it joins as user H, pings "
+             "every "
+             "2 s and reconnects 1 s after a failure or an abnormal close, without limit.\n"
+             "Prints one line per event on standard output:\n"
+             "  open               the socket opened and the join went out\n"
+             "  failed WORDS       the link failed (a reconnect follows in 1 s)\n"
+             "  closed CODE        the service closed with CODE; after 1000 or 1001 the SDK stays closed "
+             "and\n"
+             "                     the command exits 0, after any other code it reconnects in 1 s\n"
+             "  CMD JSON           a message handed to the screen: its command and the message as its own\n"
+             "                     encoder writes it (numbers as JSON numbers, keys sorted)\n"
+             "  bye                the bye went out and the socket was closed with 1000\n"
+             "Frames the SDK ignores (no cmd, unknown commands, bye, join, hb) print nothing; messages that "
+             "do "
+             "not decode are logged on standard error. A terminal status (KYC_STATUS_SELFIE_OK, "
+             "KYC_STATUS_FAILED, FAILED_NO_VIDEO_STREAM_CONNECTION, PROCESS_SUCCESS, PROCESS_FAIL) or the "
+             "end "
+             "of --seconds sends the bye and exits 0. A frame that is no JSON object, or whose cmd is no "
+             "string, "
+             "ends the program as it ends the SDK (abort)."),
+         {QStringLiteral("STREAM_URL")},
+         {valueOption(QStringLiteral("user-hash"),
+                      QStringLiteral("User hash sent in join and bye (required)."), QStringLiteral("H")),
+          valueOption(QStringLiteral("seconds"), QStringLiteral("Stop after N seconds (default: never)."),
+                      QStringLiteral("N"))},
+         {QStringLiteral("user-hash")},
+         false});
     return commands;
 }
 

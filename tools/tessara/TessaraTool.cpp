@@ -1,6 +1,7 @@
 #include "TessaraTool.h"
 
 #include "DocumentKind.h"
+#include "ListenCommand.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/documents/JsonCoding.h"
 
@@ -102,6 +103,8 @@ int TessaraTool::run() {
     auto& network = TSRNetwork::shared();
     if (name == QLatin1String("decode"))
         return runDecode();
+    if (name == QLatin1String("listen"))
+        return runListen();
     if (name == QLatin1String("start")) {
         SubmissionCreateDTO dto{args[0], std::nullopt};
         if (parser_.isSet(QStringLiteral("token")))
@@ -206,6 +209,20 @@ int TessaraTool::runDecode() {
             "An element of \"availableDates\" is no yyyy-MM-dd date; the client stops the program "
             "on such an answer.\n"));
     return 1;
+}
+
+int TessaraTool::runListen() {
+    const QUrl streamUrl(parser_.positionalArguments().at(0), QUrl::StrictMode);
+    if (!streamUrl.isValid() || streamUrl.host().isEmpty())
+        return usageError(QStringLiteral("STREAM_URL must be an absolute ws, wss, http or https URL."));
+    std::optional<double> seconds;
+    if (parser_.isSet(QStringLiteral("seconds"))) {
+        bool ok = false;
+        seconds = parser_.value(QStringLiteral("seconds")).toDouble(&ok);
+        if (!ok || !(*seconds > 0))
+            return usageError(QStringLiteral("--seconds wants a positive number of seconds."));
+    }
+    return ListenCommand(streamUrl, parser_.value(QStringLiteral("user-hash")), seconds).run();
 }
 
 int TessaraTool::runNetwork(const std::function<void(const Finish&)>& call) {
