@@ -68,10 +68,12 @@ TEST(AmountFormat, AmountsAreWrittenExactlyInTheLocalesCurrencyLayout) {
         QString expected;
     };
     const Case cases[] = {
-        {levs, kBulgarian, "2750", QStringLiteral("2750,00\u00a0 лв.")},
-        {levs, kBulgarian, "12345.675", QStringLiteral("12\u00a0345,68\u00a0 лв.")},
-        {levs, kBulgarian, "0.125", QStringLiteral("0,12\u00a0 лв.")}, // a tie goes to the even digit
+        {levs, kBulgarian, "2750", QStringLiteral("2750,00 лв.")},
+        {levs, kBulgarian, "12345.675", QStringLiteral("12\u00a0345,68 лв.")},
+        {levs, kBulgarian, "0.125", QStringLiteral("0,12 лв.")}, // a tie goes to the even digit
         {levs, kAmerican, "1234.5", QStringLiteral(" лв.1,234.50")},
+        {AmountFormat(2, QStringLiteral("€ ")), QLocale(QLocale::German, QLocale::Germany), "-3",
+         QStringLiteral("-3,00\u00a0€ ")},
         {AmountFormat(0, QStringLiteral("€")), kAmerican, "99.5", QStringLiteral("€100")},
         // Beyond any binary double's precision, still exact.
         {AmountFormat(2, QStringLiteral("$")), kAmerican, "123456789012345678901.01",
