@@ -83,6 +83,15 @@ QString AmountFormat::format(const Decimal& value, const QLocale& locale) const 
     const QString pattern =
         locale.toCurrencyString(rounded.isNegative() ? -kProbe : kProbe, QString(kSymbolMark));
     QString text = pattern;
+    // A symbol that brings its own space replaces the locale's space beside it, so the two
+    // never show as a double gap.
+    const qsizetype mark = text.indexOf(kSymbolMark);
+    if (!currencySymbol_.isEmpty() && currencySymbol_.back().isSpace() && mark + 1 < text.size() &&
+        text.at(mark + 1).isSpace())
+        text.remove(mark + 1, 1);
+    if (!currencySymbol_.isEmpty() && currencySymbol_.front().isSpace() && mark > 0 &&
+        text.at(mark - 1).isSpace())
+        text.remove(mark - 1, 1);
     text.replace(text.indexOf(QChar(char16_t(u'0' + kProbe))), 1, numberText(rounded, digits, locale));
     text.replace(kSymbolMark, currencySymbol_);
     return text;

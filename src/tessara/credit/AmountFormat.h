@@ -26,7 +26,8 @@ public:
     QString currencySymbol() const { return currencySymbol_; }
 
     // `value` with exactly fractionDigits digits (halves to even, as currency formatters
-    // round), grouped and placed around the symbol as `locale` writes currency.
+    // round), grouped and placed around the symbol as `locale` writes currency; a space the
+    // symbol carries stands in for the locale's own space on that side.
     QString format(const Decimal& value, const QLocale& locale = QLocale()) const;
 
     // `value` through `format` when there is one, otherwise as BGN in `locale`: two

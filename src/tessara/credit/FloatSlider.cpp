@@ -65,7 +65,8 @@ void FloatSlider::setBounds(float minimum, float maximum) {
 }
 
 void FloatSlider::setValue(float value) {
-    value_ = std::clamp(value, minimum_, maximum_);
+    // No number lies nowhere on the track; it goes to the start, as a fresh slider's value.
+    value_ = std::isnan(value) ? minimum_ : std::clamp(value, minimum_, maximum_);
     placeHandle();
 }
 

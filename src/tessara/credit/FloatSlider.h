@@ -24,7 +24,7 @@ public:
     explicit FloatSlider(QWidget* parent = nullptr);
 
     float value() const { return value_; }
-    // Clamps to the bounds; emits nothing.
+    // Clamps to the bounds (not-a-number goes to the minimum); emits nothing.
     void setValue(float value);
 
     float minimumValue() const { return minimum_; }
