@@ -1,5 +1,6 @@
 #include "host/ScreenStrategies.h"
 
+#include "host/CalculatorScreenStrategy.h"
 #include "host/FormScreenStrategy.h"
 #include "host/UnsupportedScreenStrategy.h"
 
@@ -7,9 +8,9 @@ namespace tessara::demo {
 
 ScreenStrategies ScreenStrategies::standard() {
     ScreenStrategies set;
-    // The calculator and the identity check get their own strategies when their screens land.
-    set.add(std::make_unique<UnsupportedScreenStrategy>(
-        QStringList{QStringLiteral("CREDIT_CALCULATOR"), QStringLiteral("KYC_ID")}));
+    set.add(std::make_unique<CalculatorScreenStrategy>());
+    // The identity check gets its own strategy when its screen lands.
+    set.add(std::make_unique<UnsupportedScreenStrategy>(QStringList{QStringLiteral("KYC_ID")}));
     set.add(std::make_unique<FormScreenStrategy>());
     return set;
 }

@@ -11,7 +11,7 @@ namespace tessara::demo {
 // shows every step type it does not know otherwise as a form.
 class ScreenStrategies {
 public:
-    // The standard set: the step kinds without a screen yet, then forms.
+    // The standard set: the calculator, the step kinds without a screen yet, then forms.
     static ScreenStrategies standard();
 
     void add(std::unique_ptr<ScreenStrategy> strategy) { strategies_.push_back(std::move(strategy)); }

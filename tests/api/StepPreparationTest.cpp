@@ -139,10 +139,68 @@ TEST(PrepareStep, DocumentsThatAreNotExpandedPassUnchangedAndLater) {
     EXPECT_EQ(server.requestCount(), 0);
 }
 
-TEST(PrepareStep, CreditCalculatorStepLoadsItsProducts) {
-    GTEST_SKIP()
-        << "the credit products of a calculator step are loaded once the credit calculator lands with "
-           "its issue";
+const QByteArray kProducts =
+    R"([{"productId":3,"productName":"Три","productPeriodicity":"M","productType":"L","minPrincipal":1,)"
+    R"("maxPrincipal":9,"periods":[{"period":12,"minPrincipal":500,"maxPrincipal":900}]},)"
+    R"({"productId":9,"productName":"Девет","productPeriodicity":"M","productType":"L","minPrincipal":1,)"
+    R"("maxPrincipal":9,"periods":[]}])";
+
+TEST(PrepareStep, CreditCalculatorStepGetsTheProductsItsSettingsKeep) {
+    struct Case {
+        const char* name;
+        QByteArray settings;
+        CannedResponse answer;
+        std::vector<qint64> kept; // empty with `error` set: the step fails
+        std::optional<TSRError> error;
+    };
+    const TSRError notSet =
+        TSRNetworkError::custom("Products are not properly set, please contact the admin");
+    const std::vector<Case> cases{
+        {"no settings", "", CannedResponse::json(200, kProducts), {3, 9}, std::nullopt},
+        {"settings order",
+         R"(,"settings":{"products":[{"itemValue":"9"},{"itemValue":"+3"},{"itemValue":"x"}]})",
+         CannedResponse::json(200, kProducts),
+         {3, 9},
+         std::nullopt},
+        {"empty list", R"(,"settings":{"products":[]})", CannedResponse::json(200, kProducts), {}, notSet},
+        {"only a product without periods",
+         R"(,"settings":{"products":[{"itemValue":"9"}]})",
+         CannedResponse::json(200, kProducts),
+         {},
+         notSet},
+        {"backend refuses",
+         "",
+         CannedResponse::json(400, R"({"message":"Няма продукти"})"),
+         {},
+         TSRError(TSRBackendError{QStringLiteral("Няма продукти")})},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        LoopbackHttpServer server;
+        server.enqueue(c.answer);
+        useServer(server);
+        const SubmissionJSON document = decodeStep(
+            R"({"type":"CREDIT_CALCULATOR","fields":[{"type":"SECTION","key":"s"}])" + c.settings + "}");
+        Preparation preparation;
+        preparation.run(document);
+        ASSERT_TRUE(preparation.wait());
+        EXPECT_FALSE(preparation.calledDuringCall);
+        ASSERT_EQ(server.requestCount(), 1);
+        EXPECT_EQ(server.requests()[0].target, "/api/custom/credit/products");
+        ASSERT_EQ(preparation.result->isSuccess(), !c.error.has_value());
+        if (c.error) {
+            EXPECT_EQ(preparation.result->error(), *c.error);
+            continue;
+        }
+        // Nothing else changes: a calculator's sections are not loaded.
+        SubmissionJSON expected = document;
+        expected.creditProducts = preparation.result->value().creditProducts;
+        EXPECT_EQ(preparation.result->value(), expected);
+        std::vector<qint64> kept;
+        for (const CreditProductJSON& p : *preparation.result->value().creditProducts)
+            kept.push_back(p.productId);
+        EXPECT_EQ(kept, c.kept);
+    }
 }
 
 TEST(PrepareStepDeathTest, MalformedSectionsEndTheProgram) {

@@ -1,6 +1,7 @@
 #include "ApiFixtures.h"
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/TSRRootController.h"
+#include "tessara/credit/TSRCreditCalculatorController.h"
 #include "tessara/form/TSRFormController.h"
 
 namespace tessara::test {
@@ -49,12 +50,23 @@ TEST(MakeStepController, TheDelegateIsHeldWeakly) {
     EXPECT_EQ(current.formDelegate(), nullptr);
 }
 
-TEST(MakeStepController, IdentityVerificationStepGetsItsScreen) {
-    GTEST_SKIP() << "the identity verification screen lands with its issue";
+TEST(MakeStepController, CreditCalculatorStepGetsItsScreen) {
+    HostWidget host;
+    TSRViewController current;
+    current.ui = step(QStringLiteral("FORM"), QStringLiteral("d-current"));
+    current.setFormDelegate(&host);
+    const SubmissionJSON document = step(QStringLiteral("CREDIT_CALCULATOR"), QStringLiteral("d-calc"));
+    std::unique_ptr<TSRViewController> next = current.makeStepController(document);
+    ASSERT_NE(qobject_cast<TSRCreditCalculatorController*>(next.get()), nullptr);
+    EXPECT_EQ(next->ui, document);
+    EXPECT_EQ(next->formDelegate(), &host);
+    EXPECT_EQ(next->previousDirectionId, QStringLiteral("d-current"));
 }
 
-TEST(MakeStepController, CreditCalculatorStepGetsItsScreen) {
-    GTEST_SKIP() << "the credit calculator screen lands with its issue";
+TEST(MakeStepControllerDeathTest, AnIdentityVerificationStepEndsTheProgramWithoutItsScreen) {
+    TSRViewController current;
+    EXPECT_DEATH(current.makeStepController(step(QStringLiteral("KYC_ID"), QStringLiteral("d-kyc"))),
+                 "The TSRNativeKYCController screen is not available in this build");
 }
 
 TEST(MakeStepControllerDeathTest, ADocumentWithoutTypeEndsTheProgram) {

@@ -1,9 +1,11 @@
 #include "tessara/steps/StepPreparation.h"
 
 #include "tessara/backend/TSRNetwork.h"
+#include "tessara/credit/CreditRules.h"
 #include "tessara/platform/FatalError.h"
 #include "tessara/platform/MainThread.h"
 
+#include <QThreadPool>
 #include <memory>
 
 namespace tessara {
@@ -72,6 +74,25 @@ void expandSections(SubmissionJSON document, TSRNetwork& network, Continuation c
     }
 }
 
+// The products of a calculator step, fetched from a worker thread so the main thread never
+// waits for the list; the answer is filtered and checked, and always handed over queued on the
+// main thread (a request that cannot be made answers on the calling thread).
+void loadCreditProducts(SubmissionJSON document, TSRNetwork& network, Continuation continuation) {
+    auto box = std::make_shared<SubmissionJSON>(std::move(document));
+    QThreadPool::globalInstance()->start([box, &network, continuation = std::move(continuation)] {
+        network.fetchCreditProducts([box, continuation](TSRResult<std::vector<CreditProductJSON>> answer) {
+            runOnMain([box, continuation, answer = std::move(answer)] {
+                if (!answer.isSuccess())
+                    return continuation(answer.error());
+                box->creditProducts = CreditRules::keptProducts(answer.value(), box->settings);
+                if (!CreditRules::computeMinMaxPrincipals(*box->creditProducts).min)
+                    return continuation(TSRNetworkError::custom(CreditRules::productsNotSetText()));
+                continuation(std::move(*box));
+            });
+        });
+    });
+}
+
 } // namespace
 
 void prepareStep(TSRResult<SubmissionJSON> result, TSRNetwork& network, Continuation continuation) {
@@ -82,10 +103,8 @@ void prepareStep(TSRResult<SubmissionJSON> result, TSRNetwork& network, Continua
     if (!type || *type == QLatin1String("DOC_DATA") || *type == QLatin1String("SELFIE"))
         return deliverLater(std::move(result), std::move(continuation));
 
-    // The credit products of a calculator step are loaded here once the calculator lands;
-    // until then its document passes through as it came.
     if (*type == QLatin1String("CREDIT_CALCULATOR"))
-        return deliverLater(std::move(result), std::move(continuation));
+        return loadCreditProducts(std::move(result).value(), network, std::move(continuation));
 
     expandSections(std::move(result).value(), network, std::move(continuation));
 }

@@ -13,6 +13,10 @@ class TSRNetwork;
 // `continuation` on the main thread, always queued (never inside this call):
 // - an error passes through unchanged;
 // - a document with no type, or of type "DOC_DATA" or "SELFIE", passes through unchanged;
+// - a "CREDIT_CALCULATOR" document gets the backend's credit products in `creditProducts`,
+//   kept by `settings.products` (see CreditRules::keptProducts); a failed fetch, or products
+//   without a single period entry, fail the step ("Products are not properly set, please
+//   contact the admin");
 // - any other document has its top-level SECTION fields loaded, all at once, each answer
 //   prepared the same way (so sections nest); a field's `fields` becomes its section's
 //   fields. One failed load fails the step; of several, the last to finish decides the error.

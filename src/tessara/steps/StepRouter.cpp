@@ -1,5 +1,6 @@
 #include "tessara/steps/StepRouter.h"
 
+#include "tessara/credit/TSRCreditCalculatorController.h"
 #include "tessara/form/TSRFormController.h"
 #include "tessara/platform/FatalError.h"
 
@@ -23,7 +24,6 @@ template <const char* Type, const char* Screen> std::unique_ptr<TSRViewControlle
 constexpr char kKycType[] = "KYC_ID";
 constexpr char kKycScreen[] = "TSRNativeKYCController";
 constexpr char kCreditType[] = "CREDIT_CALCULATOR";
-constexpr char kCreditScreen[] = "TSRCreditCalculatorController";
 
 struct Route {
     const char* type;
@@ -32,7 +32,7 @@ struct Route {
 
 constexpr std::array kRoutes{
     Route{kKycType, &missing<kKycType, kKycScreen>},
-    Route{kCreditType, &missing<kCreditType, kCreditScreen>},
+    Route{kCreditType, &make<TSRCreditCalculatorController>},
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/ui/CssColor.h"
+#include "tessara/ui/DisplayDate.h"
 
 #include <QCalendarWidget>
 #include <QDateEdit>
@@ -15,15 +16,6 @@ namespace tessara {
 namespace {
 constexpr int kHeight = 44;
 
-// The locale's own short date, with the year in full ("17.05.1990 г." in Bulgarian): a phone's
-// compact date control reads this way. Only the display follows the locale; `value` keeps the
-// wire form.
-QString displayFormat(const QLocale& locale) {
-    QString format = locale.dateFormat(QLocale::ShortFormat);
-    if (!format.contains(QLatin1String("yyyy")))
-        format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
-    return format;
-}
 // Tints the date editor's calendar just before it can first open (a press or a key).
 class CalendarTint : public QObject {
 public:
@@ -76,7 +68,7 @@ void TSRDatePicker::setup() {
     datePicker_->setCalendarPopup(true);
     const QLocale locale; // the application's
     datePicker_->setLocale(locale);
-    datePicker_->setDisplayFormat(displayFormat(locale));
+    datePicker_->setDisplayFormat(displayDateFormat(locale));
     datePicker_->setFont(theme.font());
     datePicker_->setMinimumHeight(kHeight - 8);
     datePicker_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
