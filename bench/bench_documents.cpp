@@ -145,13 +145,13 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs)
             if (run.run_type == Run::RT_Iteration && run.iterations > 0)
-                m_times[run.benchmark_name()] = {run.GetAdjustedRealTime(), run.GetAdjustedCPUTime()};
+                times_[run.benchmark_name()] = {run.GetAdjustedRealTime(), run.GetAdjustedCPUTime()};
         ConsoleReporter::ReportRuns(runs);
     }
     void printRatio() const {
-        const auto decode = m_times.find("BM_DecodeSubmission");
-        const auto bare = m_times.find("BM_BareParse");
-        if (decode == m_times.end() || bare == m_times.end() || bare->second.first <= 0 ||
+        const auto decode = times_.find("BM_DecodeSubmission");
+        const auto bare = times_.find("BM_BareParse");
+        if (decode == times_.end() || bare == times_.end() || bare->second.first <= 0 ||
             bare->second.second <= 0)
             return;
         // CPU time is the steadier measure on a shared machine; both are shown.
@@ -162,7 +162,7 @@ public:
     }
 
 private:
-    std::map<std::string, std::pair<double, double>> m_times; // real, CPU
+    std::map<std::string, std::pair<double, double>> times_; // real, CPU
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/LoopbackHttpServer.h"
+#include "support/TestHelpers.h"
 #include "tessara/api/TSRDelegate.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/documents/JsonCoding.h"
@@ -31,22 +32,6 @@ class PlainDelegate : public TSRDelegate {
 public:
     void closedFormOnStepWithId(const QString&) override {}
 };
-
-inline bool waitUntil(const std::function<bool()>& condition, int timeoutMs = 5000) {
-    return QTest::qWaitFor(condition, timeoutMs);
-}
-
-// Lets queued calls, timers and deferred deletions run for a moment.
-inline void settle(int ms = 50) {
-    QTest::qWait(ms);
-}
-
-inline SubmissionJSON decodeStep(const QByteArray& json) {
-    auto document = decodeDocument<SubmissionJSON>(json);
-    if (!document)
-        ADD_FAILURE() << "test document does not decode: " << json.constData();
-    return document.value_or(SubmissionJSON{});
-}
 
 inline FieldJSON field(FieldType type, std::optional<QString> key = std::nullopt) {
     FieldJSON f;

@@ -1,15 +1,17 @@
 #include "ApiFixtures.h"
+#include "support/DarkPalette.h"
 #include "tessara/api/TSRNavigationBar.h"
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/TSRRootController.h"
 #include "tessara/api/Tessara.h"
-#include "tessara/ui/WidgetFade.h"
 #include "tessara/ui/ActivityIndicator.h"
+#include "tessara/ui/WidgetFade.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QImage>
 #include <QLabel>
+#include <optional>
 
 namespace tessara::test {
 namespace {
@@ -103,15 +105,12 @@ TEST(ScreenLook, TheBarFollowsADarkPalette) {
     auto* root = new TSRRootController; // owned by otherHost once presented
     root->presentOver(&otherHost);
 
-    const QPalette saved = QApplication::palette();
-    QPalette dark(QColor(0x3a, 0x3a, 0x3c), QColor(Qt::black));
-    dark.setColor(QPalette::WindowText, Qt::white);
-    QApplication::setPalette(dark);
+    auto dark = std::make_optional<DarkPalette>(QColor(Qt::black));
     settle(); // the change reaches child widgets through the event loop
     const QImage image = grabAndKeep(navigation, QStringLiteral("api-navigation-dark.png"));
     const QColor darkRootBackground = root->palette().color(QPalette::Window);
     const QColor darkLoader = root->loader()->color();
-    QApplication::setPalette(saved);
+    dark.reset();
     settle();
 
     EXPECT_EQ(image.pixelColor(3, 3), QColor(Qt::black));

@@ -1,5 +1,7 @@
 #include "tessara/appearance/TSRAppearance.h"
 
+#include "support/DarkPalette.h"
+
 #include <QApplication>
 #include <QPalette>
 #include <functional>
@@ -8,75 +10,7 @@
 namespace tessara {
 namespace {
 
-// Switches the application to a dark palette for the life of the object.
-class DarkPalette {
-public:
-    DarkPalette()
-        : saved_(QApplication::palette()) {
-        QPalette dark(QColor(0x3a, 0x3a, 0x3c), QColor(0x1c, 0x1c, 0x1e));
-        dark.setColor(QPalette::Window, QColor(0x1c, 0x1c, 0x1e));
-        dark.setColor(QPalette::WindowText, Qt::white);
-        QApplication::setPalette(dark);
-    }
-    ~DarkPalette() { QApplication::setPalette(saved_); }
-
-private:
-    QPalette saved_;
-};
-
-TEST(TSRAppearance, FreshThemeHasTheDocumentedDefaults) {
-    ASSERT_FALSE(TSRAppearance::isDarkStyle()) << "the tests expect the light offscreen palette";
-    TSRAppearance theme;
-    struct Case {
-        const char* property;
-        std::function<QVariant(TSRAppearance&)> read;
-        QVariant expected;
-    };
-    const std::vector<Case> cases{
-        {"tintColor", [](TSRAppearance& t) { return QVariant(t.tintColor()); }, QColor(0x00, 0x7a, 0xff)},
-        {"backgroundColor", [](TSRAppearance& t) { return QVariant(t.backgroundColor()); },
-         QColor(Qt::white)},
-        {"textColor", [](TSRAppearance& t) { return QVariant(t.textColor()); }, QColor(Qt::black)},
-        {"font size", [](TSRAppearance& t) { return QVariant(t.font().pixelSize()); }, 17},
-        {"font weight", [](TSRAppearance& t) { return QVariant(int(t.font().weight())); },
-         int(QFont::Normal)},
-        {"navigationTitleFont size",
-         [](TSRAppearance& t) { return QVariant(t.navigationTitleFont().pixelSize()); }, 17},
-        {"navigationTitleFont weight",
-         [](TSRAppearance& t) { return QVariant(int(t.navigationTitleFont().weight())); },
-         int(QFont::DemiBold)},
-        {"consentLinkButtonFont size",
-         [](TSRAppearance& t) { return QVariant(t.consentLinkButtonFont().pixelSize()); }, 16},
-        {"showCloseButton", [](TSRAppearance& t) { return QVariant(t.showCloseButton()); }, true},
-        {"inputBorderStyle", [](TSRAppearance& t) { return QVariant(int(t.inputBorderStyle())); }, 3},
-        {"inputBorderWidth", [](TSRAppearance& t) { return QVariant(t.inputBorderWidth()); }, 0.0},
-        {"inputBorderColor", [](TSRAppearance& t) { return QVariant(t.inputBorderColor()); },
-         QColor::fromRgbF(0, 0, 0, 0.2f)},
-        {"inputBackgroundColor", [](TSRAppearance& t) { return QVariant(t.inputBackgroundColor()); },
-         QColor(Qt::white)},
-        {"inputFont", [](TSRAppearance& t) { return QVariant(t.inputFont()); }, theme.font()},
-        {"inputTextColor", [](TSRAppearance& t) { return QVariant(t.inputTextColor()); }, QColor(Qt::black)},
-        {"internalTextAreaCornerRadius",
-         [](TSRAppearance& t) { return QVariant(t.internalTextAreaCornerRadius()); }, 6.0},
-        {"buttonFont", [](TSRAppearance& t) { return QVariant(t.buttonFont()); }, theme.font()},
-        {"buttonTextColor", [](TSRAppearance& t) { return QVariant(t.buttonTextColor()); },
-         QColor(Qt::black)},
-        {"buttonSize", [](TSRAppearance& t) { return QVariant(int(t.buttonSize())); },
-         int(TSRAppearance::ButtonSize::medium)},
-        {"buttonCornerStyle", [](TSRAppearance& t) { return QVariant(int(t.buttonCornerStyle())); },
-         int(TSRAppearance::ButtonCornerStyle::dynamic)},
-        {"embedInstructionsLabelInBubble",
-         [](TSRAppearance& t) { return QVariant(t.embedInstructionsLabelInBubble()); }, false},
-        {"bubbleBackgroundColor", [](TSRAppearance& t) { return QVariant(t.bubbleBackgroundColor()); },
-         QColor(0xf2, 0xf2, 0xf7)},
-        {"bubbleCornerRadius", [](TSRAppearance& t) { return QVariant(t.bubbleCornerRadius()); }, 8.0},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.property);
-        EXPECT_EQ(c.read(theme), c.expected);
-    }
-    EXPECT_FALSE(theme.internalTextFieldCornerRadius().has_value());
-}
+using test::DarkPalette;
 
 TEST(TSRAppearance, LazyPropertiesTakeTheirFallbackOnceAtFirstRead) {
     QFont otherFont = TSRAppearance().font();

@@ -26,15 +26,6 @@ TEST(ErrorWords, EveryErrorHasItsFixedWords) {
         EXPECT_EQ(errorDescription(row.error), row.words);
 }
 
-TEST(ErrorWords, EqualityComparesKindAndPayload) {
-    EXPECT_EQ(TSRNetworkError::httpCode(500), TSRNetworkError::httpCode(500));
-    EXPECT_NE(TSRNetworkError::httpCode(500), TSRNetworkError::httpCode(502));
-    EXPECT_NE(TSRNetworkError::custom(QStringLiteral("a")), TSRNetworkError::custom(QStringLiteral("b")));
-    // Same words, different kinds.
-    EXPECT_NE(TSRNetworkError::custom(QStringLiteral("x")), TSRNetworkError::notFound(QStringLiteral("x")));
-    EXPECT_NE(TSRNetworkError::timeout(), TSRNetworkError::connectionLost());
-}
-
 TEST(ErrorWords, BackendErrorNeedsAStringMessage) {
     struct Row {
         const char* body;

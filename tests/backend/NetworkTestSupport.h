@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/LoopbackHttpServer.h"
+#include "support/TestHelpers.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/backend/TSRTransport.h"
 #include "tessara/platform/MainThread.h"
@@ -10,10 +11,6 @@
 #include <memory>
 #include <optional>
 #include <ostream>
-
-inline void PrintTo(const QString& text, std::ostream* os) {
-    *os << '"' << text.toStdString() << '"';
-}
 
 namespace tessara {
 

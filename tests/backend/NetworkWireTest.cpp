@@ -17,64 +17,6 @@ const QByteArray kStep = R"({"type":"FORM","name":"Лични данни","field
 
 using Framing = CannedResponse::Framing;
 
-TEST_F(NetworkTest, RequestBodiesHaveSortedKeysAndNoAbsentValues) {
-    struct Row {
-        const char* name;
-        std::function<void()> call;
-        QByteArray path;
-        QByteArray body;
-    };
-    auto ignore = [](auto) {};
-    const std::vector<Row> rows = {
-        {"create without token",
-         [&] {
-             network().createSubmission({QStringLiteral("p-1"), std::nullopt}, ignore);
-         },
-         "/submission", R"({"processId":"p-1"})"},
-        {"create with empty token",
-         [&] {
-             network().createSubmission({QStringLiteral("p-1"), QString()}, ignore);
-         },
-         "/submission", R"({"callingServiceToken":"","processId":"p-1"})"},
-        {"submit with everything",
-         [&] {
-             network().submitStep({QStringLiteral("s-1"),
-                                   QStringLiteral("d-2"),
-                                   QStringLiteral("d-1"),
-                                   QStringLiteral("17"),
-                                   {{QStringLiteral("name"), QStringLiteral("Иван")},
-                                    {QStringLiteral("age"), QStringLiteral("30")}}},
-                                  ignore);
-         },
-         "/step",
-         R"({"directionId":"d-2","fields":[{"key":"name","value":"Иван"},{"key":"age","value":"30"}],"fromDirectionId":"d-1","fromFlowFieldId":"17","submissionId":"s-1"})"},
-        {"submit with nothing optional",
-         [&] {
-             network().submitStep(
-                 {QStringLiteral("s-1"), QStringLiteral("d-2"), std::nullopt, std::nullopt, {}}, ignore);
-         },
-         "/step", R"({"directionId":"d-2","fields":[],"submissionId":"s-1"})"},
-        {"instalment details",
-         [&] {
-             network().fetchInstalmentDetails({7, *Decimal::fromString(std::string_view("1500.50")), 12},
-                                              ignore);
-         },
-         "/custom/credit/installmentDetails", R"({"amount":1500.5,"periods":12,"productId":7})"},
-    };
-    server.setDefaultResponse(CannedResponse::json(200, kStep));
-    int expectedCount = 0;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        row.call();
-        ASSERT_TRUE(server.waitForRequests(++expectedCount));
-        const auto& request = server.requests().back();
-        EXPECT_EQ(request.method, "POST");
-        EXPECT_EQ(request.path(), row.path);
-        EXPECT_EQ(request.header("Content-Type"), "application/json");
-        EXPECT_EQ(request.body, row.body);
-    }
-}
-
 TEST_F(NetworkTest, HeadersGoOutInOrderWithTheirValues) {
     server.setDefaultResponse(CannedResponse::json(200, kStep));
     network().loadCurrentStep(QStringLiteral("d-1"), [](auto) {});
@@ -182,9 +124,6 @@ TEST_F(NetworkTest, TypedCallsFollowTheResultTableOnTheWire) {
     const QString notFoundUrl = server.url(QStringLiteral("/step/direction/d-1/current")).toString();
     std::vector<Row> rows = {
         {"200", CannedResponse::json(200, kStep), std::nullopt},
-        {"201", CannedResponse::json(201, kStep), std::nullopt},
-        {"302 without Location", CannedResponse::json(302, kStep), std::nullopt},
-        {"500 with a document", CannedResponse::json(500, kStep), std::nullopt},
         {"chunked", CannedResponse::json(200, kStep).withFraming(Framing::Chunked), std::nullopt},
         {"until close", CannedResponse::json(200, kStep).withFraming(Framing::CloseDelimited), std::nullopt},
         {"gzip", CannedResponse::json(200, ContentCoding::gzip(kStep)).withHeader("Content-Encoding", "gzip"),
@@ -198,22 +137,15 @@ TEST_F(NetworkTest, TypedCallsFollowTheResultTableOnTheWire) {
          std::nullopt},
         {"br", CannedResponse::json(200, ContentCoding::brotli(kStep)).withHeader("Content-Encoding", "br"),
          std::nullopt},
-        {"500 with text", CannedResponse::text(500, "Internal Server Error"),
-         TSRNetworkError::decodingFailure()},
         {"200 Content-Length 0", CannedResponse::json(200, ""), TSRNetworkError::decodingFailure()},
         {"200 chunked empty", CannedResponse::json(200, "").withFraming(Framing::Chunked),
          TSRNetworkError::decodingFailure()},
         {"200 without body", CannedResponse::noBody(200), TSRNetworkError::requestFailed()},
         {"204", CannedResponse::noBody(204), TSRNetworkError::requestFailed()},
-        {"400 with message", CannedResponse::json(400, message),
-         TSRBackendError{QStringLiteral("Невалиден ЕГН")}},
         {"400 gzip message",
          CannedResponse::json(400, ContentCoding::gzip(message)).withHeader("Content-Encoding", "gzip"),
          TSRBackendError{QStringLiteral("Невалиден ЕГН")}},
-        {"400 without message", CannedResponse::json(400, R"({"error":"bad"})"),
-         TSRNetworkError::decodingFailure()},
         {"400 Content-Length 0", CannedResponse::json(400, ""), TSRNetworkError::decodingFailure()},
-        {"404", CannedResponse::json(404, kStep), TSRNetworkError::notFound(notFoundUrl)},
         {"404 without body", CannedResponse::noBody(404), TSRNetworkError::notFound(notFoundUrl)},
         {"400 without body", CannedResponse::noBody(400), std::nullopt, true},
     };
@@ -255,12 +187,8 @@ TEST_F(NetworkTest, UploadsFollowTheUploadTableOnTheWire) {
     const std::vector<Row> rows = {
         {"200 arbitrary body", CannedResponse::text(200, "<html>stored</html>", "text/html"), std::nullopt},
         {"200 without body", CannedResponse::noBody(200), std::nullopt},
-        {"400 with message", CannedResponse::json(400, R"({"message":"Файлът е твърде голям"})"),
-         TSRBackendError{QStringLiteral("Файлът е твърде голям")}},
-        {"400 without message", CannedResponse::json(400, "[]"), TSRNetworkError::decodingFailure()},
         {"400 without body", CannedResponse::noBody(400), TSRNetworkError::httpCode(400)},
         {"404", CannedResponse::noBody(404), TSRNetworkError::notFound(url)},
-        {"413", CannedResponse::text(413, "too large"), TSRNetworkError::httpCode(413)},
         {"500", CannedResponse::json(500, R"({"message":"m"})"), TSRNetworkError::httpCode(500)},
     };
     const TSRFile file{QByteArray("%PDF-1.4"),

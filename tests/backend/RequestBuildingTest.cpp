@@ -1,6 +1,5 @@
 #include "NetworkTestSupport.h"
 #include "tessara/backend/RedirectRule.h"
-#include "tessara/documents/SubmitStepDTO.h"
 
 #include <QFile>
 
@@ -62,32 +61,6 @@ TEST(RequestBuilding, QueryItemsReplaceTheBaseQueryInOrder) {
     EXPECT_EQ(url->toString(QUrl::FullyEncoded),
               QStringLiteral("http://h/api/custom/credit/"
                              "installmentDates?productId=12&preferedDate=1718003200.25&q=a%26b%3Dc%20d"));
-}
-
-TEST(RequestBuilding, DefaultHeadersComeFirstInTheirOrder) {
-    auto& network = TSRNetwork::shared();
-    const TSRHTTPRequest request = network.transport().makeRequest(TSRHTTPMethod::get, QStringLiteral("/x"));
-    ASSERT_TRUE(request.headers);
-    const QList<TSRHTTPHeader> expected{
-        {QStringLiteral("Accept"), QStringLiteral("application/json")},
-        {QStringLiteral("Accept-Encoding"), QStringLiteral("gzip, deflate, br")},
-        {QStringLiteral("Accept-Language"), network.preferredLocalisation()},
-        {QStringLiteral("User-Agent"), network.userAgent()},
-    };
-    EXPECT_EQ(*request.headers, expected);
-    EXPECT_FALSE(request.body.has_value());
-    EXPECT_FALSE(request.queryItems.has_value());
-}
-
-TEST(RequestBuilding, JsonRequestEncodesTheRecordAndAppendsItsType) {
-    const SubmitStepDTO dto{QStringLiteral("s"), QStringLiteral("d"), std::nullopt, std::nullopt, {}};
-    const auto request =
-        TSRNetwork::shared().transport().buildJSONRequest(TSRHTTPMethod::post, QStringLiteral("/step"), dto);
-    ASSERT_TRUE(request);
-    EXPECT_EQ(*request->body, QByteArray(R"({"directionId":"d","fields":[],"submissionId":"s"})"));
-    EXPECT_EQ(request->headers->size(), 5);
-    EXPECT_EQ(request->headers->last(),
-              (TSRHTTPHeader{QStringLiteral("Content-Type"), QStringLiteral("application/json")}));
 }
 
 TEST(RequestBuilding, RepeatedHeaderFieldsAreCombinedNotReplaced) {

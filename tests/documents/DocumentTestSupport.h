@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/TestHelpers.h"
 #include "tessara/documents/JsonCoding.h"
 
 #include <QByteArray>
@@ -7,11 +8,6 @@
 #include <optional>
 #include <ostream>
 #include <string>
-
-// Readable failure messages for Qt strings.
-inline void PrintTo(const QString& text, std::ostream* os) {
-    *os << '"' << text.toStdString() << '"';
-}
 
 namespace tessara::test {
 

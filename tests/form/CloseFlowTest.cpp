@@ -23,9 +23,9 @@ const char* kStep = R"({"type":"FORM","submissionId":"s","directionId":"personal
     {"type":"SECTION","key":"extra"}]})";
 
 SubmissionJSON closeStep() {
-    SubmissionJSON step = stepFromJson(kStep);
+    SubmissionJSON step = decodeStep(kStep);
     step.fields[5].fields =
-        stepFromJson(R"({"fields":[{"type":"CHECKBOX","key":"inner","label":"Вътрешно"}]})").fields;
+        decodeStep(R"({"fields":[{"type":"CHECKBOX","key":"inner","label":"Вътрешно"}]})").fields;
     return step;
 }
 

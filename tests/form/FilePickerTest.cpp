@@ -71,7 +71,7 @@ TEST(FilePicker, ChoosingAFileHandsItToTheFieldThatAsked) {
     QTemporaryDir dir;
     const QString path =
         writeFile(dir, QStringLiteral("снимка.png"), QByteArray::fromHex("89504e470d0a1a0a"));
-    FormScreen screen(stepFromJson(R"({"type":"FORM","directionId":"d","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","directionId":"d","fields":[
         {"type":"UPLOAD_FILE","key":"photo","label":"Снимка","allowedExt":["png","pdf"],"maxSize":1}]})"));
     auto* upload = screen.find<TSRUploadFileView>(QStringLiteral("TSRUploadFileView.photo"));
     ASSERT_NE(upload, nullptr);

@@ -122,7 +122,7 @@ TEST(FormAssembly, StepNameIsTheBarTitle) {
         {R"({"type":"FORM","fields":[]})", QString()},
     };
     for (const auto& c : cases) {
-        FormScreen screen(stepFromJson(c.json));
+        FormScreen screen(decodeStep(c.json));
         EXPECT_EQ(screen.form()->navigationTitle(), c.title) << c.json;
         EXPECT_EQ(screen.navigation->navigationBar()->title(), c.title) << c.json;
         EXPECT_EQ(screen.navigation->navigationBar()->titleLabel()->text(), c.title) << c.json;
@@ -130,7 +130,7 @@ TEST(FormAssembly, StepNameIsTheBarTitle) {
 }
 
 TEST(FormAssembly, FieldsThatRenderNothingLeaveAnEmptyStack) {
-    FormScreen screen(stepFromJson(R"({"type":"FORM","directionId":"d","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","directionId":"d","fields":[
         {"type":"NEW_LINE"},{"type":"GROUP","key":"g"},{"type":"SUBMIT","key":"s"}]})"));
     EXPECT_TRUE(screen.form()->formFields().empty());
     EXPECT_TRUE(screen.form()->positionedViews().empty());
@@ -139,7 +139,7 @@ TEST(FormAssembly, FieldsThatRenderNothingLeaveAnEmptyStack) {
 }
 
 TEST(FormAssembly, PositionStylesPinControlsOverTheScreenButKeepThemInTheForm) {
-    FormScreen screen(stepFromJson(R"({"type":"FORM","directionId":"d","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","directionId":"d","fields":[
         {"type":"TEXT","key":"top","value":"Горе","styleClass":"big position-top"},
         {"type":"TEXT","key":"middle","value":"Среда","styleClass":"POSITION-MIDDLE"},
         {"type":"TEXT","key":"bottom","value":"Долу","notes":"position-bottom"},
@@ -193,7 +193,7 @@ TEST(FormAssembly, PlacementOfPinnedViews) {
 
 TEST(FormAssembly, A1StyleBuildsTheClosingScreen) {
     RecordingDelegate delegate;
-    FormScreen screen(stepFromJson(R"({"type":"FORM","directionId":"done","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","directionId":"done","fields":[
         {"type":"TEXT","key":"thanks","value":"Искането Ви е изпратено.","styleClass":"A1"}]})"),
                       std::nullopt, &delegate);
     TSRFormController* form = screen.form();
@@ -212,7 +212,7 @@ TEST(FormAssembly, A1StyleBuildsTheClosingScreen) {
 }
 
 TEST(FormAssembly, A1WithMiddlePositionPutsTheLogoOnTop) {
-    FormScreen screen(stepFromJson(R"({"type":"FORM","directionId":"done","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","directionId":"done","fields":[
         {"type":"TEXT","key":"thanks","value":"Готово","styleClass":"a1 position-middle"}]})"));
     auto* logo = screen.form()->findChild<TSRA1ImageView*>();
     ASSERT_NE(logo, nullptr);
@@ -223,7 +223,7 @@ TEST(FormAssembly, LeadingSpaceComesFromTheThemeAtEachRead) {
     TSRAppearance& theme = currentAppearance();
     const double saved = theme.leadingSpace();
     theme.setLeadingSpace(std::nan(""));
-    FormScreen screen(stepFromJson(R"({"type":"FORM","directionId":"d","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","directionId":"d","fields":[
         {"type":"INPUT","key":"name","label":"Име"}]})"));
     QWidget* input = screen.find(QStringLiteral("TSRInputField.name"));
     EXPECT_EQ(TSRFormController::padding(), 16);

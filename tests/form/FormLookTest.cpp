@@ -15,7 +15,7 @@ using namespace tessara::test;
 namespace {
 
 SubmissionJSON realisticStep() {
-    SubmissionJSON step = stepFromJson(R"({"type":"FORM","name":"Кандидатстване","submissionId":"sub-1",
+    SubmissionJSON step = decodeStep(R"({"type":"FORM","name":"Кандидатстване","submissionId":"sub-1",
       "directionId":"personal","fields":[
       {"type":"TEXT","key":"title","value":"Вашите данни"},
       {"type":"HINT","key":"hint","value":"Попълнете данните си точно както са в личната Ви карта."},
@@ -37,7 +37,7 @@ SubmissionJSON realisticStep() {
     ]})");
     for (FieldJSON& field : step.fields) {
         if (field.key == QStringLiteral("income"))
-            field.fields = stepFromJson(R"({"fields":[
+            field.fields = decodeStep(R"({"fields":[
                 {"type":"TEXT","key":"incomeTitle","value":"Доходи"},
                 {"type":"INPUT","key":"salary","label":"Месечен нетен доход"},
                 {"type":"CHECKBOX","key":"otherIncome","label":"Имам и други доходи"}]})")

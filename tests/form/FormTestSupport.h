@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/LoopbackHttpServer.h"
+#include "support/TestHelpers.h"
 #include "tessara/api/TSRDelegate.h"
 #include "tessara/api/TSRNavigationBar.h"
 #include "tessara/api/TSRNavigationViewController.h"
@@ -25,13 +26,6 @@ public:
     void closedFormOnStepWithId(const QString& directionId) override { closedSteps.push_back(directionId); }
     std::vector<QString> closedSteps;
 };
-
-inline SubmissionJSON stepFromJson(const QByteArray& json) {
-    auto document = decodeDocument<SubmissionJSON>(json);
-    if (!document)
-        ADD_FAILURE() << "test document does not decode: " << json.constData();
-    return document.value_or(SubmissionJSON{});
-}
 
 // The answer of POST "/step" that the tests' backend gives: an empty next step.
 inline CannedResponse nextStepAnswer(const char* directionId = "next") {
@@ -88,10 +82,5 @@ public:
     LoopbackHttpServer server;
     QPointer<TSRNavigationViewController> navigation;
 };
-
-// Spins the event loop long enough for queued replies and deferred deletions.
-inline void settle(int ms = 50) {
-    QTest::qWait(ms);
-}
 
 } // namespace tessara::test

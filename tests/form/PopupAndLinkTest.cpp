@@ -50,7 +50,7 @@ TEST(PopupContent, TitleAndParagraphs) {
 }
 
 TEST(Popup, FlowButtonOfPopupTypeShowsTheConsentTextAndNeverSubmits) {
-    SubmissionJSON step = stepFromJson(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
+    SubmissionJSON step = decodeStep(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
         {"type":"FLOW","key":"info","label":"Какво приемам?","specialType":"POPUP","directionId":"n","fieldId":7,
          "consentContent":[{"type":"TEXT","value":"Данните се обработват за кредита."},
                            {"type":"TEXT","value":"Можете да оттеглите съгласието си."}]}]})");
@@ -70,7 +70,7 @@ TEST(Popup, FlowButtonOfPopupTypeShowsTheConsentTextAndNeverSubmits) {
 }
 
 TEST(PopupDeathTest, MisconfiguredPopupsEndTheProgram) {
-    const SubmissionJSON step = stepFromJson(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
+    const SubmissionJSON step = decodeStep(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
         {"type":"TEXT","key":"plain","value":"Без съдържание","fieldId":3},
         {"type":"TEXT","key":"carrier","value":"С текст","fieldId":4,"consentContent":[{"type":"TEXT","value":"Т"}]}]})");
     auto popupFor = [&](std::optional<qint64> fieldId) {
@@ -87,8 +87,7 @@ TEST(PopupDeathTest, MisconfiguredPopupsEndTheProgram) {
 
 TEST(LinkFollow, ConsentLinkShowsTheBundledStepWithoutARequest) {
     ASSERT_TRUE(LocalStepDocument::load(QStringLiteral("consent-terms")).has_value());
-    FormScreen screen(
-        stepFromJson(R"({"type":"FORM","submissionId":"sub-1","directionId":"personal","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","submissionId":"sub-1","directionId":"personal","fields":[
         {"type":"CONSENT","key":"terms","label":"Приемам","required":true,"directionId":"consent-terms",
          "directionLabel":"общите условия"}]})"));
 
@@ -110,8 +109,7 @@ TEST(LinkFollow, ConsentLinkShowsTheBundledStepWithoutARequest) {
 }
 
 TEST(LinkFollow, UnknownBundledStepOnlyPrintsTheRequest) {
-    FormScreen screen(
-        stepFromJson(R"({"type":"FORM","submissionId":"sub-1","directionId":"personal","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","submissionId":"sub-1","directionId":"personal","fields":[
         {"type":"CONSENT","key":"terms","label":"Приемам","directionId":"no-such-step","directionLabel":"условия"}]})"));
     testing::internal::CaptureStdout();
     screen.click(QStringLiteral("TSRConsentToggle.terms.linkButton"));
@@ -130,7 +128,7 @@ TEST(LinkOpen, LinkButtonOpensItsUrlThroughTheHost) {
         return true;
     };
     {
-        FormScreen screen(stepFromJson(R"({"type":"FORM","directionId":"d","fields":[
+        FormScreen screen(decodeStep(R"({"type":"FORM","directionId":"d","fields":[
             {"type":"LINK","key":"privacy","label":"Поверителност","value":"example.com/privacy"}]})"));
         screen.click(QStringLiteral("TSRLinkButton.privacy"));
     }

@@ -38,11 +38,11 @@ const char* kPersonalStep = R"({"type":"FORM","submissionId":"sub-1","directionI
 ]})";
 
 SubmissionJSON personalStep() {
-    SubmissionJSON step = stepFromJson(kPersonalStep);
+    SubmissionJSON step = decodeStep(kPersonalStep);
     // Section contents arrive by section expansion, never inside the field's own JSON.
     for (FieldJSON& field : step.fields) {
         if (field.key == QStringLiteral("employment"))
-            field.fields = stepFromJson(R"({"fields":[
+            field.fields = decodeStep(R"({"fields":[
                 {"type":"INPUT","key":"employer","label":"Работодател"},
                 {"type":"CHECKBOX","key":"sectionBox","label":"На трудов договор"}]})")
                                .fields;
@@ -117,11 +117,11 @@ TEST(Submission, SendsGatheredValuesByteForByteAndShowsTheAnswer) {
 }
 
 TEST(Submission, HiddenSectionIsNeitherValidatedNorSent) {
-    SubmissionJSON step = stepFromJson(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
+    SubmissionJSON step = decodeStep(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
         {"type":"SECTION","key":"extra","hidden":true},
         {"type":"FLOW","key":"go","label":"Напред","directionId":"n"}]})");
     step.fields[0].fields =
-        stepFromJson(R"({"fields":[{"type":"INPUT","key":"required","label":"Задължително"}]})").fields;
+        decodeStep(R"({"fields":[{"type":"INPUT","key":"required","label":"Задължително"}]})").fields;
     FormScreen screen(step);
     screen.server.enqueue(nextStepAnswer());
 
@@ -135,7 +135,7 @@ TEST(Submission, HiddenSectionIsNeitherValidatedNorSent) {
 
 TEST(Submission, StepBackSendsNoValuesAndValidatesNothing) {
     // Every input here would fail validation; going back to where the user came from skips it.
-    FormScreen screen(stepFromJson(R"({"type":"FORM","submissionId":"sub-9","directionId":"second","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","submissionId":"sub-9","directionId":"second","fields":[
         {"type":"INPUT","key":"empty","label":"Празно","required":true},
         {"type":"CONSENT","key":"consent","required":true},
         {"type":"FLOW","key":"back","label":"Назад","directionId":"first"}]})"),
@@ -151,7 +151,7 @@ TEST(Submission, StepBackSendsNoValuesAndValidatesNothing) {
 }
 
 TEST(Submission, FlowWithoutDirectionDoesNothing) {
-    FormScreen screen(stepFromJson(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
         {"type":"INPUT","key":"empty","label":"Празно"},
         {"type":"FLOW","key":"nowhere","label":"Никъде"}]})"));
 
@@ -163,7 +163,7 @@ TEST(Submission, FlowWithoutDirectionDoesNothing) {
 }
 
 TEST(Submission, ScreenIsLockedWhileTheStepIsOnItsWay) {
-    FormScreen screen(stepFromJson(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
         {"type":"INPUT","key":"note","label":"Бележка"},
         {"type":"FLOW","key":"first","label":"Първи","directionId":"a"},
         {"type":"FLOW","key":"second","label":"Втори","directionId":"b"}]})"));
@@ -203,7 +203,7 @@ TEST(Submission, ScreenIsLockedWhileTheStepIsOnItsWay) {
 }
 
 TEST(Submission, UploadsGoOneByOneBeforeTheStep) {
-    FormScreen screen(stepFromJson(R"({"type":"FORM","submissionId":"sub-3","directionId":"docs","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","submissionId":"sub-3","directionId":"docs","fields":[
         {"type":"UPLOAD_FILE","key":"idFront","label":"Лична карта","allowedExt":["jpg","pdf"],"maxSize":2},
         {"type":"UPLOAD_FILE","key":"payslip","label":"Фиш","allowedExt":["pdf"],"maxSize":2},
         {"type":"FLOW","key":"send","label":"Изпрати","directionId":"done"}]})"));
@@ -241,7 +241,7 @@ TEST(Submission, UploadsGoOneByOneBeforeTheStep) {
 }
 
 TEST(Submission, FailedUploadSendsNoStepUnlocksAndRestartsFromTheFirstFile) {
-    FormScreen screen(stepFromJson(R"({"type":"FORM","submissionId":"sub-4","directionId":"docs","fields":[
+    FormScreen screen(decodeStep(R"({"type":"FORM","submissionId":"sub-4","directionId":"docs","fields":[
         {"type":"UPLOAD_FILE","key":"a","label":"А","allowedExt":["pdf"],"maxSize":1},
         {"type":"UPLOAD_FILE","key":"b","label":"Б","allowedExt":["pdf"],"maxSize":1},
         {"type":"FLOW","key":"send","label":"Изпрати","directionId":"done"}]})"));
@@ -288,7 +288,7 @@ using SubmissionDeathTest = ::testing::Test;
 TEST_F(SubmissionDeathTest, AnUploadFieldWithoutFileOnAStepBackEndsTheProgram) {
     EXPECT_DEATH(
         {
-            FormScreen screen(stepFromJson(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
+            FormScreen screen(decodeStep(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
                 {"type":"UPLOAD_FILE","key":"scan","label":"Скан","allowedExt":["pdf"],"maxSize":1},
                 {"type":"FLOW","key":"back","label":"Назад","directionId":"prev"}]})"),
                               QStringLiteral("prev"));
@@ -300,7 +300,7 @@ TEST_F(SubmissionDeathTest, AnUploadFieldWithoutFileOnAStepBackEndsTheProgram) {
 TEST_F(SubmissionDeathTest, AStepWithoutSubmissionIdEndsTheProgramWhenSent) {
     EXPECT_DEATH(
         {
-            FormScreen screen(stepFromJson(R"({"type":"FORM","directionId":"d","fields":[
+            FormScreen screen(decodeStep(R"({"type":"FORM","directionId":"d","fields":[
                 {"type":"FLOW","key":"go","label":"Напред","directionId":"n"}]})"));
             screen.click(QStringLiteral("TSRFlowButton.go"));
         },

@@ -85,11 +85,11 @@ class ValidationAlert : public ::testing::TestWithParam<AlertCase> {};
 TEST_P(ValidationAlert, ShowsTheFieldsMessageAndSendsNothing) {
     const AlertCase& c = GetParam();
     SubmissionJSON step =
-        stepFromJson(QByteArray(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[)") +
-                     c.fields + R"(,{"type":"FLOW","key":"go","label":"Напред","directionId":"n"}]})");
+        decodeStep(QByteArray(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[)") +
+                   c.fields + R"(,{"type":"FLOW","key":"go","label":"Напред","directionId":"n"}]})");
     for (FieldJSON& field : step.fields) {
         if (field.type == FieldType::section)
-            field.fields = stepFromJson(R"({"fields":[{"type":"INPUT","key":"inner","label":"Във секцията",
+            field.fields = decodeStep(R"({"fields":[{"type":"INPUT","key":"inner","label":"Във секцията",
                                                         "validationError":"Попълнете и това."}]})")
                                .fields;
     }

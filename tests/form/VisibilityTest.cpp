@@ -75,24 +75,24 @@ INSTANTIATE_TEST_SUITE_P(Form, VisibilityRuleTable, ::testing::ValuesIn(kRules),
                          [](const ::testing::TestParamInfo<RuleCase>& info) { return info.param.name; });
 
 TEST(Visibility, SectionFollowsAnnouncementsOfFieldsOnTheForm) {
-    SubmissionJSON step = stepFromJson(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
+    SubmissionJSON step = decodeStep(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
         {"type":"CHECKBOX","key":"hasJob","label":"Работя"},
         {"type":"DROPDOWN","key":"housing","label":"Жилище","options":[{"id":1,"label":"Собствено","value":"OWN"},
                                                                       {"id":2,"label":"Под наем","value":"RENT"}]},
         {"type":"SECTION","key":"job","hidden":true},
         {"type":"SECTION","key":"rent"},
         {"type":"SECTION","key":"plain","hidden":true}]})");
-    step.fields[2].fields = stepFromJson(R"({"fields":[
+    step.fields[2].fields = decodeStep(R"({"fields":[
         {"type":"GROUP","key":"g0","condition":{"fieldKey":"hasJob","sectionKey":"other","value":"true","operator":"EQUAL","hide":false}},
         {"type":"GROUP","key":"g1"},
         {"type":"GROUP","key":"g2","condition":{"fieldKey":"hasJob","sectionKey":"job","value":"true","operator":"EQUAL","hide":false}},
         {"type":"INPUT","key":"employer","label":"Работодател"}]})")
                                 .fields;
-    step.fields[3].fields = stepFromJson(R"({"fields":[
+    step.fields[3].fields = decodeStep(R"({"fields":[
         {"type":"GROUP","key":"g3","condition":{"fieldKey":"housing","sectionKey":"rent","value":"RENT","operator":"NOT_EQ","hide":true}},
         {"type":"INPUT","key":"rentAmount","label":"Наем"}]})")
                                 .fields;
-    step.fields[4].fields = stepFromJson(R"({"fields":[{"type":"INPUT","key":"x","label":"X"}]})").fields;
+    step.fields[4].fields = decodeStep(R"({"fields":[{"type":"INPUT","key":"x","label":"X"}]})").fields;
     FormScreen screen(step);
 
     auto* job = screen.find<TSRSectionView>(QStringLiteral("TSRSectionView.job"));
@@ -157,11 +157,11 @@ TEST(Visibility, AnAppearingSectionDoesNotSqueezeTheColumnOnTheWay) {
     for (int i = 0; i < 14; ++i)
         fields += QStringLiteral(R"({"type":"INPUT","key":"in%1","label":"Поле %1"},)").arg(i);
     SubmissionJSON step =
-        stepFromJson((QStringLiteral(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
+        decodeStep((QStringLiteral(R"({"type":"FORM","submissionId":"s","directionId":"d","fields":[
         {"type":"CHECKBOX","key":"more","label":"Още"},)") +
-                      fields + QStringLiteral(R"({"type":"SECTION","key":"extra","hidden":true}]})"))
-                         .toUtf8());
-    step.fields.back().fields = stepFromJson(R"({"fields":[
+                    fields + QStringLiteral(R"({"type":"SECTION","key":"extra","hidden":true}]})"))
+                       .toUtf8());
+    step.fields.back().fields = decodeStep(R"({"fields":[
         {"type":"GROUP","key":"g","condition":{"fieldKey":"more","sectionKey":"extra","value":"true","operator":"EQUAL","hide":false}},
         {"type":"INPUT","key":"a","label":"А"},{"type":"INPUT","key":"b","label":"Б"},
         {"type":"INPUT","key":"c","label":"В"}]})")
@@ -205,13 +205,13 @@ private:
 
 TEST(Visibility, AWatcherBeingDestroyedIsOffTheBusBeforeItsChildrenGo) {
     // A section's own fields come from their own load, not from the step's JSON.
-    FieldJSON section = stepFromJson(R"({"fields":[{"type":"SECTION","key":"job"}]})").fields[0];
-    section.fields = stepFromJson(R"({"fields":[
+    FieldJSON section = decodeStep(R"({"fields":[{"type":"SECTION","key":"job"}]})").fields[0];
+    section.fields = decodeStep(R"({"fields":[
         {"type":"GROUP","key":"g","condition":{"fieldKey":"hasJob","sectionKey":"job","value":"true","operator":"EQUAL","hide":false}},
         {"type":"INPUT","key":"employer","label":"Работодател"}]})")
                          .fields;
     const FieldJSON consent =
-        stepFromJson(R"({"fields":[{"type":"CONSENT","key":"gdpr","label":"Съгласен съм"}]})").fields[0];
+        decodeStep(R"({"fields":[{"type":"CONSENT","key":"gdpr","label":"Съгласен съм"}]})").fields[0];
     const struct {
         const char* watcher;
         FieldJSON field;

@@ -1,9 +1,7 @@
 #include "tessara/platform/NotificationBus.h"
 
-#include <gtest/gtest.h>
-
 #include <QObject>
-
+#include <gtest/gtest.h>
 #include <memory>
 
 using tessara::NotificationBus;
@@ -12,8 +10,10 @@ TEST(NotificationBus, DeliversSynchronouslyInSubscriptionOrderOnlyToTheName) {
     auto& bus = NotificationBus::instance();
     QObject a, b, c;
     QStringList calls;
-    bus.subscribe("bus.test.one", &a, [&](const QVariantMap& info) { calls << "a:" + info.value("value").toString(); });
-    bus.subscribe("bus.test.one", &b, [&](const QVariantMap& info) { calls << "b:" + info.value("value").toString(); });
+    bus.subscribe("bus.test.one", &a,
+                  [&](const QVariantMap& info) { calls << "a:" + info.value("value").toString(); });
+    bus.subscribe("bus.test.one", &b,
+                  [&](const QVariantMap& info) { calls << "b:" + info.value("value").toString(); });
     bus.subscribe("bus.test.two", &c, [&](const QVariantMap&) { calls << "c"; });
 
     bus.post("bus.test.one", {{"value", "x"}});
@@ -55,8 +55,4 @@ TEST(NotificationBus, HandlerMaySubscribeOrUnsubscribeDuringDelivery) {
     EXPECT_EQ(lateCalls, 1);
     EXPECT_EQ(secondCalls, 1);
     bus.unsubscribe(&late);
-}
-
-TEST(NotificationBus, FrameworkNamesCarryTheBundleIdentifier) {
-    EXPECT_EQ(NotificationBus::frameworkName("income"), QStringLiteral("com.tessara.TessaraSDK.income"));
 }

@@ -26,8 +26,8 @@ void printLine(const QString& line) {
 
 BackendServer::BackendServer(QObject* parent)
     : QObject(parent)
-    , m_ownedStorage(std::make_unique<QTemporaryDir>()) {
-    init(m_ownedStorage->path());
+    , ownedStorage_(std::make_unique<QTemporaryDir>()) {
+    init(ownedStorage_->path());
 }
 
 BackendServer::BackendServer(const QString& storageDirectory, QObject* parent)
@@ -39,71 +39,71 @@ BackendServer::BackendServer(const QString& storageDirectory, QObject* parent)
 BackendServer::~BackendServer() = default;
 
 void BackendServer::init(const QString& storageDirectory) {
-    m_storage = std::make_unique<UploadStorage>(storageDirectory);
-    m_steps = std::make_unique<StepEndpoints>(m_processes, m_submissions);
-    m_upload = std::make_unique<UploadEndpoint>(m_processes, m_submissions, *m_storage);
-    m_credit = std::make_unique<CreditEndpoints>(m_processes);
-    m_status = std::make_unique<StatusEndpoints>(m_submissions);
-    m_routes = std::make_unique<RouteTable>();
+    storage_ = std::make_unique<UploadStorage>(storageDirectory);
+    steps_ = std::make_unique<StepEndpoints>(processes_, submissions_);
+    upload_ = std::make_unique<UploadEndpoint>(processes_, submissions_, *storage_);
+    credit_ = std::make_unique<CreditEndpoints>(processes_);
+    status_ = std::make_unique<StatusEndpoints>(submissions_);
+    routes_ = std::make_unique<RouteTable>();
     // The upload route goes before the section route; RouteTable prefers it anyway.
-    m_upload->addRoutes(*m_routes);
-    m_steps->addRoutes(*m_routes);
-    m_credit->addRoutes(*m_routes);
-    m_status->addRoutes(*m_routes);
+    upload_->addRoutes(*routes_);
+    steps_->addRoutes(*routes_);
+    credit_->addRoutes(*routes_);
+    status_->addRoutes(*routes_);
 
-    m_listener = new HttpListener([this](const BackendRequest& request) { return handle(request); }, this);
-    m_listener->setLogger(printLine);
+    listener_ = new HttpListener([this](const BackendRequest& request) { return handle(request); }, this);
+    listener_->setLogger(printLine);
 }
 
 quint16 BackendServer::listen(quint16 port, const QHostAddress& address) {
-    m_port = m_listener->listen(address, port);
-    if (m_port != 0)
-        m_address = address;
-    return m_port;
+    port_ = listener_->listen(address, port);
+    if (port_ != 0)
+        address_ = address;
+    return port_;
 }
 
 QUrl BackendServer::baseUrl() const {
     QUrl url;
     url.setScheme(QStringLiteral("http"));
-    url.setHost(m_address.isNull() ? QStringLiteral("127.0.0.1") : m_address.toString());
-    url.setPort(m_port);
+    url.setHost(address_.isNull() ? QStringLiteral("127.0.0.1") : address_.toString());
+    url.setPort(port_);
     return url;
 }
 
 QStringList BackendServer::loadProcesses(const QString& directory) {
-    return m_processes.load(directory);
+    return processes_.load(directory);
 }
 
 bool BackendServer::setKycStatus(const QString& submissionId, const QString& code, const QString& message) {
-    return m_submissions.setKycStatus(submissionId, code, message);
+    return submissions_.setKycStatus(submissionId, code, message);
 }
 
 QString BackendServer::storageDirectory() const {
-    return m_storage->rootDirectory();
+    return storage_->rootDirectory();
 }
 
 void BackendServer::setRequestLogger(std::function<void(const QString&)> logger) {
-    m_listener->setLogger(std::move(logger));
+    listener_->setLogger(std::move(logger));
 }
 
 void BackendServer::setWebSocketHandler(std::function<void(std::unique_ptr<QWebSocket>)> handler) {
-    const bool first = !m_webSocketHandler;
-    m_webSocketHandler = std::move(handler);
+    const bool first = !webSocketHandler_;
+    webSocketHandler_ = std::move(handler);
     // Qt hands an upgrade to the WebSocket side only while this signal has a receiver.
-    m_listener->setAcceptWebSockets(bool(m_webSocketHandler));
-    if (first && m_webSocketHandler) {
-        connect(m_listener, &QAbstractHttpServer::newWebSocketConnection, this, [this] {
-            while (m_listener->hasPendingWebSocketConnections()) {
-                auto socket = m_listener->nextPendingWebSocketConnection();
-                if (m_webSocketHandler)
-                    m_webSocketHandler(std::move(socket));
+    listener_->setAcceptWebSockets(bool(webSocketHandler_));
+    if (first && webSocketHandler_) {
+        connect(listener_, &QAbstractHttpServer::newWebSocketConnection, this, [this] {
+            while (listener_->hasPendingWebSocketConnections()) {
+                auto socket = listener_->nextPendingWebSocketConnection();
+                if (webSocketHandler_)
+                    webSocketHandler_(std::move(socket));
             }
         });
     }
 }
 
 BackendResponse BackendServer::handle(const BackendRequest& request) {
-    return m_routes->dispatch(request);
+    return routes_->dispatch(request);
 }
 
 } // namespace tessara

@@ -44,16 +44,16 @@ public:
 
     // Starts listening; port 0 picks a free one. Returns the port, or 0 when it cannot listen.
     quint16 listen(quint16 port = 8080, const QHostAddress& address = QHostAddress(QHostAddress::LocalHost));
-    quint16 port() const { return m_port; }
+    quint16 port() const { return port_; }
     // "http://127.0.0.1:PORT" (or the listening address), valid once listening.
     QUrl baseUrl() const;
 
     // Loads process definitions (see ProcessStore::load). Returns the problems; empty on success.
     [[nodiscard]] QStringList loadProcesses(const QString& directory);
-    const ProcessStore& processes() const { return m_processes; }
+    const ProcessStore& processes() const { return processes_; }
 
-    SubmissionStore& submissions() { return m_submissions; }
-    const SubmissionStore& submissions() const { return m_submissions; }
+    SubmissionStore& submissions() { return submissions_; }
+    const SubmissionStore& submissions() const { return submissions_; }
     // Sets the verification state of a submission; an empty message takes the word's standard
     // text. False when no such submission exists.
     bool setKycStatus(const QString& submissionId, const QString& code, const QString& message = {});
@@ -74,19 +74,19 @@ public:
 private:
     void init(const QString& storageDirectory);
 
-    std::unique_ptr<QTemporaryDir> m_ownedStorage;
-    std::unique_ptr<UploadStorage> m_storage;
-    ProcessStore m_processes;
-    SubmissionStore m_submissions;
-    std::unique_ptr<StepEndpoints> m_steps;
-    std::unique_ptr<UploadEndpoint> m_upload;
-    std::unique_ptr<CreditEndpoints> m_credit;
-    std::unique_ptr<StatusEndpoints> m_status;
-    std::unique_ptr<RouteTable> m_routes;
-    HttpListener* m_listener = nullptr; // child of this object
-    std::function<void(std::unique_ptr<QWebSocket>)> m_webSocketHandler;
-    QHostAddress m_address;
-    quint16 m_port = 0;
+    std::unique_ptr<QTemporaryDir> ownedStorage_;
+    std::unique_ptr<UploadStorage> storage_;
+    ProcessStore processes_;
+    SubmissionStore submissions_;
+    std::unique_ptr<StepEndpoints> steps_;
+    std::unique_ptr<UploadEndpoint> upload_;
+    std::unique_ptr<CreditEndpoints> credit_;
+    std::unique_ptr<StatusEndpoints> status_;
+    std::unique_ptr<RouteTable> routes_;
+    HttpListener* listener_ = nullptr; // child of this object
+    std::function<void(std::unique_ptr<QWebSocket>)> webSocketHandler_;
+    QHostAddress address_;
+    quint16 port_ = 0;
 };
 
 } // namespace tessara

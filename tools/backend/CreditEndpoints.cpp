@@ -21,8 +21,8 @@ bool isWeekly(const CreditProductJSON& product) {
 } // namespace
 
 CreditEndpoints::CreditEndpoints(const ProcessStore& processes, Clock today)
-    : m_processes(processes)
-    , m_today(std::move(today)) {}
+    : processes_(processes)
+    , today_(std::move(today)) {}
 
 void CreditEndpoints::addRoutes(RouteTable& routes) {
     routes.add("GET", QStringLiteral("/custom/credit/products"),
@@ -36,7 +36,7 @@ void CreditEndpoints::addRoutes(RouteTable& routes) {
 }
 
 BackendResponse CreditEndpoints::products() const {
-    return BackendResponse::document(m_processes.products());
+    return BackendResponse::document(processes_.products());
 }
 
 BackendResponse CreditEndpoints::instalmentDates(const BackendRequest& request) const {
@@ -46,13 +46,13 @@ BackendResponse CreditEndpoints::instalmentDates(const BackendRequest& request) 
     if (!ok)
         return BackendResponse::badRequest(
             QStringLiteral("Параметърът \"productId\" трябва да е цяло число."));
-    const CreditProductJSON* product = m_processes.product(productId);
+    const CreditProductJSON* product = processes_.product(productId);
     if (!product)
         return BackendResponse::badRequest(QStringLiteral("Непознат кредитен продукт: %1.").arg(productId));
 
     // The client sends the present moment as seconds since 1970 (with a fraction); the day is
     // taken in this server's time zone. Without it, today is the reference.
-    QDate reference = m_today();
+    QDate reference = today_();
     if (request.query.hasQueryItem(QStringLiteral("preferedDate"))) {
         const double seconds =
             request.query.queryItemValue(QStringLiteral("preferedDate"), QUrl::FullyDecoded).toDouble(&ok);
@@ -79,7 +79,7 @@ BackendResponse CreditEndpoints::instalmentDetails(const BackendRequest& request
     if (!dto)
         return BackendResponse::badRequest(
             QStringLiteral("Тялото трябва да съдържа \"productId\", \"amount\" и \"periods\"."));
-    const CreditProductJSON* product = m_processes.product(dto->productId);
+    const CreditProductJSON* product = processes_.product(dto->productId);
     if (!product)
         return BackendResponse::badRequest(
             QStringLiteral("Непознат кредитен продукт: %1.").arg(dto->productId));

@@ -26,8 +26,8 @@ public:
     BackendResponse instalmentDetails(const BackendRequest& request) const;
 
 private:
-    const ProcessStore& m_processes;
-    Clock m_today;
+    const ProcessStore& processes_;
+    Clock today_;
 };
 
 } // namespace tessara

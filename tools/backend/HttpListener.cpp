@@ -64,7 +64,7 @@ void writeResponse(QHttpServerResponder& responder, const BackendResponse& respo
 
 HttpListener::HttpListener(Handler handler, QObject* parent)
     : QAbstractHttpServer(parent)
-    , m_handler(std::move(handler)) {}
+    , handler_(std::move(handler)) {}
 
 QString HttpListener::logLine(const QByteArray& method, const QString& target, int status, qint64 bytes,
                               double milliseconds) {
@@ -89,8 +89,8 @@ QString HttpListener::authorityFrom(const std::optional<QByteArray>& hostHeader,
 
 void HttpListener::log(const QByteArray& method, const QString& target, int status, qint64 bytes,
                        qint64 startedNs) const {
-    if (m_logger)
-        m_logger(logLine(method, target, status, bytes, double(startedNs) / 1e6));
+    if (logger_)
+        logger_(logLine(method, target, status, bytes, double(startedNs) / 1e6));
 }
 
 bool HttpListener::handleRequest(const QHttpServerRequest& request, QTcpSocket* socket) {
@@ -101,12 +101,12 @@ bool HttpListener::handleRequest(const QHttpServerRequest& request, QTcpSocket* 
     // true means "take it", and nothing may be written here; false lets missingHandler refuse it.
     if (backendRequest.header("Upgrade").value_or(QByteArray()).compare("websocket", Qt::CaseInsensitive) ==
         0) {
-        if (!m_acceptWebSockets)
+        if (!acceptWebSockets_)
             return false;
         log(backendRequest.method, backendRequest.target, 101, 0, timer.nsecsElapsed());
         return true;
     }
-    const BackendResponse response = m_handler(backendRequest);
+    const BackendResponse response = handler_(backendRequest);
     QHttpServerResponder responder = makeResponder(request, socket);
     writeResponse(responder, response);
     log(backendRequest.method, backendRequest.target, response.status, response.body.size(),

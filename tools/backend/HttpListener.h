@@ -19,9 +19,9 @@ public:
 
     explicit HttpListener(Handler handler, QObject* parent = nullptr);
 
-    void setLogger(Logger logger) { m_logger = std::move(logger); }
+    void setLogger(Logger logger) { logger_ = std::move(logger); }
     // Whether WebSocket upgrades are handed to the WebSocket side; without, they are refused.
-    void setAcceptWebSockets(bool accept) { m_acceptWebSockets = accept; }
+    void setAcceptWebSockets(bool accept) { acceptWebSockets_ = accept; }
 
     // "POST /step 200 1532 bytes 2.4 ms": the one line logged per request.
     static QString logLine(const QByteArray& method, const QString& target, int status, qint64 bytes,
@@ -37,9 +37,9 @@ private:
     void log(const QByteArray& method, const QString& target, int status, qint64 bytes,
              qint64 startedNs) const;
 
-    Handler m_handler;
-    Logger m_logger;
-    bool m_acceptWebSockets = false;
+    Handler handler_;
+    Logger logger_;
+    bool acceptWebSockets_ = false;
 };
 
 } // namespace tessara

@@ -47,15 +47,15 @@ QStringList ProcessStore::load(const QString& directory) {
         return errors;
 
     // Earlier processes stay unless this load brings a process of the same id.
-    std::map<QString, ProcessDefinition> combined = m_processes;
+    std::map<QString, ProcessDefinition> combined = processes_;
     for (auto& [id, process] : loaded)
         combined.insert_or_assign(id, std::move(process));
     std::vector<CreditProductJSON> products;
     errors = mergeProducts(combined, products);
     if (!errors.isEmpty())
         return errors;
-    m_processes = std::move(combined);
-    m_products = std::move(products);
+    processes_ = std::move(combined);
+    products_ = std::move(products);
     return {};
 }
 
@@ -86,19 +86,19 @@ QStringList ProcessStore::mergeProducts(const std::map<QString, ProcessDefinitio
 }
 
 const ProcessDefinition* ProcessStore::process(const QString& processId) const {
-    const auto it = m_processes.find(processId);
-    return it == m_processes.end() ? nullptr : &it->second;
+    const auto it = processes_.find(processId);
+    return it == processes_.end() ? nullptr : &it->second;
 }
 
 std::vector<const ProcessDefinition*> ProcessStore::processes() const {
     std::vector<const ProcessDefinition*> result;
-    for (const auto& [id, process] : m_processes)
+    for (const auto& [id, process] : processes_)
         result.push_back(&process);
     return result;
 }
 
 const CreditProductJSON* ProcessStore::product(qint64 productId) const {
-    for (const CreditProductJSON& product : m_products) {
+    for (const CreditProductJSON& product : products_) {
         if (product.productId == productId)
             return &product;
     }

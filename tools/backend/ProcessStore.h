@@ -22,7 +22,7 @@ public:
 
     // The products of all processes, in the order their files list them; a product that two
     // processes share appears once.
-    const std::vector<CreditProductJSON>& products() const { return m_products; }
+    const std::vector<CreditProductJSON>& products() const { return products_; }
     const CreditProductJSON* product(qint64 productId) const;
 
 private:
@@ -30,8 +30,8 @@ private:
     static QStringList mergeProducts(const std::map<QString, ProcessDefinition>& processes,
                                      std::vector<CreditProductJSON>& merged);
 
-    std::map<QString, ProcessDefinition> m_processes;
-    std::vector<CreditProductJSON> m_products;
+    std::map<QString, ProcessDefinition> processes_;
+    std::vector<CreditProductJSON> products_;
 };
 
 } // namespace tessara

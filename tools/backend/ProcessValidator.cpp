@@ -46,25 +46,25 @@ bool isSpecial(const FieldJSON& field, SpecialType special) {
 class Checker {
 public:
     explicit Checker(const ProcessDefinition& process)
-        : m_process(process) {}
+        : process_(process) {}
 
     QStringList run() {
-        if (!m_process.firstStep.isEmpty() && !m_process.step(m_process.firstStep))
+        if (!process_.firstStep.isEmpty() && !process_.step(process_.firstStep))
             fail(QStringLiteral("%1/process.json: \"firstStep\" names \"%2\", which is no file in steps/")
-                     .arg(m_process.directory, m_process.firstStep));
-        for (const auto& [id, step] : m_process.steps)
+                     .arg(process_.directory, process_.firstStep));
+        for (const auto& [id, step] : process_.steps)
             checkStep(step);
         checkKycRoutes();
         checkProducts();
-        m_errors.removeDuplicates();
-        return m_errors;
+        errors_.removeDuplicates();
+        return errors_;
     }
 
 private:
-    void fail(const QString& message) { m_errors << message; }
+    void fail(const QString& message) { errors_ << message; }
 
     void requireStep(const StepDefinition& file, const char* what, const std::optional<QString>& id) {
-        if (id && !m_process.step(*id))
+        if (id && !process_.step(*id))
             fail(QStringLiteral("%1: %2 names \"%3\", which is no step of this process")
                      .arg(file.filePath, QLatin1String(what), *id));
     }
@@ -78,7 +78,7 @@ private:
             out.push_back({&field, &document, i, sectionKey});
             if (field.type != FieldType::section || !field.key)
                 continue;
-            const StepDefinition* section = m_process.section(*field.key);
+            const StepDefinition* section = process_.section(*field.key);
             if (!section) {
                 fail(QStringLiteral("%1: section \"%2\" has no file sections/%2.json")
                          .arg(document.filePath, *field.key));
@@ -160,7 +160,7 @@ private:
             } else if (step.document.type != QLatin1String("CREDIT_CALCULATOR")) {
                 if (!field.directionId)
                     fail(where(located) + QStringLiteral(": a flow button needs \"directionId\""));
-                else if (!m_process.step(*field.directionId))
+                else if (!process_.step(*field.directionId))
                     fail(where(located) +
                          QStringLiteral(": \"directionId\" names \"%1\", which is no step of "
                                         "this process")
@@ -217,7 +217,7 @@ private:
                 bool ok = false;
                 const qint64 id = item.itemValue.value_or(QString()).toLongLong(&ok);
                 const bool known =
-                    ok && std::any_of(m_process.products.begin(), m_process.products.end(),
+                    ok && std::any_of(process_.products.begin(), process_.products.end(),
                                       [id](const CreditProductJSON& p) { return p.productId == id; });
                 if (!known)
                     fail(QStringLiteral(
@@ -229,7 +229,7 @@ private:
             if (offered == 0)
                 fail(QStringLiteral("%1: settings.products keeps no product, so the calculator cannot start")
                          .arg(step.filePath));
-        } else if (m_process.products.empty()) {
+        } else if (process_.products.empty()) {
             fail(QStringLiteral("%1: a calculator step needs products.json").arg(step.filePath));
         }
         if (settings->endUserCreditProductSelection == QLatin1String("true") && offered > 1) {
@@ -262,13 +262,13 @@ private:
     }
 
     void checkKycRoutes() {
-        const QString file = m_process.directory + QStringLiteral("/process.json");
-        for (const auto& [stepId, routes] : m_process.kycRoutes) {
-            const StepDefinition* step = m_process.step(stepId);
+        const QString file = process_.directory + QStringLiteral("/process.json");
+        for (const auto& [stepId, routes] : process_.kycRoutes) {
+            const StepDefinition* step = process_.step(stepId);
             if (!step || step->document.type != QLatin1String("KYC_ID"))
                 fail(QStringLiteral("%1: kycRoutes names \"%2\", which is no KYC_ID step").arg(file, stepId));
             for (const auto& [word, target] : routes) {
-                if (!m_process.step(target))
+                if (!process_.step(target))
                     fail(QStringLiteral("%1: kycRoutes.%2.%3 names \"%4\", which is no step of this process")
                              .arg(file, stepId, word, target));
             }
@@ -276,9 +276,9 @@ private:
     }
 
     void checkProducts() {
-        const QString file = m_process.directory + QStringLiteral("/products.json");
+        const QString file = process_.directory + QStringLiteral("/products.json");
         QSet<qint64> seen;
-        for (const CreditProductJSON& product : m_process.products) {
+        for (const CreditProductJSON& product : process_.products) {
             if (seen.contains(product.productId))
                 fail(QStringLiteral("%1: productId %2 is used twice").arg(file).arg(product.productId));
             seen.insert(product.productId);
@@ -297,8 +297,8 @@ private:
         }
     }
 
-    const ProcessDefinition& m_process;
-    QStringList m_errors;
+    const ProcessDefinition& process_;
+    QStringList errors_;
 };
 
 } // namespace

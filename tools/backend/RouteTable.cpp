@@ -17,7 +17,7 @@ void RouteTable::add(const QByteArray& method, const QString& pattern, Handler h
     for (const QString& segment : route.segments)
         route.captures += isCapture(segment) ? 1 : 0;
     route.handler = std::move(handler);
-    m_routes.push_back(std::move(route));
+    routes_.push_back(std::move(route));
 }
 
 bool RouteTable::matches(const Route& route, const QStringList& path, QStringList* parameters) {
@@ -38,7 +38,7 @@ BackendResponse RouteTable::dispatch(const BackendRequest& request) const {
     const Route* best = nullptr;
     QStringList bestParameters;
     bool pathKnown = false;
-    for (const Route& route : m_routes) {
+    for (const Route& route : routes_) {
         QStringList parameters;
         if (!matches(route, request.pathSegments, &parameters))
             continue;

@@ -32,7 +32,7 @@ private:
     };
     static bool matches(const Route& route, const QStringList& path, QStringList* parameters);
 
-    std::vector<Route> m_routes;
+    std::vector<Route> routes_;
 };
 
 } // namespace tessara

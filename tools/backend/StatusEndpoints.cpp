@@ -15,7 +15,7 @@ std::string text(const QString& value) {
 } // namespace
 
 StatusEndpoints::StatusEndpoints(const SubmissionStore& submissions)
-    : m_submissions(submissions) {}
+    : submissions_(submissions) {}
 
 void StatusEndpoints::addRoutes(RouteTable& routes) {
     routes.add("GET", QStringLiteral("/step/v3/status/kyc/{submission}/{hash}"),
@@ -27,7 +27,7 @@ void StatusEndpoints::addRoutes(RouteTable& routes) {
 }
 
 BackendResponse StatusEndpoints::kycStatus(const QString& submissionId, const QString& userHash) const {
-    const SubmissionRecord* submission = m_submissions.find(submissionId);
+    const SubmissionRecord* submission = submissions_.find(submissionId);
     if (!submission)
         return BackendResponse::badRequest(QStringLiteral("Непозната заявка: \"%1\".").arg(submissionId));
     // The hash is what the verification session knows the user by; another one means another user.
@@ -38,7 +38,7 @@ BackendResponse StatusEndpoints::kycStatus(const QString& submissionId, const QS
 
 BackendResponse StatusEndpoints::submissionList() const {
     nlohmann::json list = nlohmann::json::array();
-    for (const SubmissionRecord* submission : m_submissions.all()) {
+    for (const SubmissionRecord* submission : submissions_.all()) {
         list.push_back({{"submissionId", text(submission->submissionId)},
                         {"processId", text(submission->processId)},
                         {"createdAt", text(submission->createdAt.toString(Qt::ISODateWithMs))}});
@@ -47,7 +47,7 @@ BackendResponse StatusEndpoints::submissionList() const {
 }
 
 BackendResponse StatusEndpoints::submissionRecord(const QString& submissionId) const {
-    const SubmissionRecord* submission = m_submissions.find(submissionId);
+    const SubmissionRecord* submission = submissions_.find(submissionId);
     if (!submission)
         return BackendResponse::error(404, QStringLiteral("Непозната заявка: \"%1\".").arg(submissionId));
     return BackendResponse::fromJson(describe(*submission));

@@ -26,7 +26,7 @@ public:
     static nlohmann::json describe(const SubmissionRecord& submission);
 
 private:
-    const SubmissionStore& m_submissions;
+    const SubmissionStore& submissions_;
 };
 
 } // namespace tessara

@@ -7,8 +7,8 @@
 namespace tessara {
 
 StepEndpoints::StepEndpoints(const ProcessStore& processes, SubmissionStore& submissions)
-    : m_processes(processes)
-    , m_submissions(submissions) {}
+    : processes_(processes)
+    , submissions_(submissions) {}
 
 void StepEndpoints::addRoutes(RouteTable& routes) {
     routes.add(
@@ -29,21 +29,21 @@ BackendResponse StepEndpoints::createSubmission(const BackendRequest& request) {
     if (!dto)
         return BackendResponse::badRequest(
             QStringLiteral("Тялото трябва да е JSON обект с текстово поле \"processId\"."));
-    const ProcessDefinition* process = m_processes.process(dto->processId);
+    const ProcessDefinition* process = processes_.process(dto->processId);
     if (!process)
         return BackendResponse::badRequest(QStringLiteral("Непознат процес: \"%1\".").arg(dto->processId));
     SubmissionRecord& submission =
-        m_submissions.create(process->processId, dto->callingServiceToken.has_value());
+        submissions_.create(process->processId, dto->callingServiceToken.has_value());
     return answerStep(request, submission, *process, process->firstStep);
 }
 
 BackendResponse StepEndpoints::currentStep(const BackendRequest& request, const QString& directionId) {
-    const SubmissionRecord* latest = m_submissions.latestVisitorOf(directionId);
+    const SubmissionRecord* latest = submissions_.latestVisitorOf(directionId);
     if (!latest)
         return BackendResponse::badRequest(
             QStringLiteral("Няма заявка, която да е достигнала стъпка \"%1\".").arg(directionId));
-    SubmissionRecord& submission = *m_submissions.find(latest->submissionId);
-    const ProcessDefinition* process = m_processes.process(submission.processId);
+    SubmissionRecord& submission = *submissions_.find(latest->submissionId);
+    const ProcessDefinition* process = processes_.process(submission.processId);
     if (!process || !process->step(directionId))
         return BackendResponse::badRequest(
             QStringLiteral("Стъпка \"%1\" вече не е част от процеса на заявката.").arg(directionId));
@@ -52,10 +52,10 @@ BackendResponse StepEndpoints::currentStep(const BackendRequest& request, const 
 
 BackendResponse StepEndpoints::section(const BackendRequest& request, const QString& submissionId,
                                        const QString& key) {
-    const SubmissionRecord* submission = m_submissions.find(submissionId);
+    const SubmissionRecord* submission = submissions_.find(submissionId);
     if (!submission)
         return BackendResponse::badRequest(QStringLiteral("Непозната заявка: \"%1\".").arg(submissionId));
-    const ProcessDefinition* process = m_processes.process(submission->processId);
+    const ProcessDefinition* process = processes_.process(submission->processId);
     const StepDefinition* section = process ? process->section(key) : nullptr;
     if (!section)
         return BackendResponse::badRequest(QStringLiteral("Непозната секция: \"%1\".").arg(key));
@@ -73,11 +73,11 @@ BackendResponse StepEndpoints::submitStep(const BackendRequest& request) {
     if (!dto)
         return BackendResponse::badRequest(QStringLiteral(
             "Тялото трябва да е SubmitStepDTO: \"submissionId\", \"directionId\" и списък \"fields\"."));
-    SubmissionRecord* submission = m_submissions.find(dto->submissionId);
+    SubmissionRecord* submission = submissions_.find(dto->submissionId);
     if (!submission)
         return BackendResponse::badRequest(
             QStringLiteral("Непозната заявка: \"%1\".").arg(dto->submissionId));
-    const ProcessDefinition* process = m_processes.process(submission->processId);
+    const ProcessDefinition* process = processes_.process(submission->processId);
     if (!process)
         return BackendResponse::badRequest(
             QStringLiteral("Процесът \"%1\" вече не се предлага.").arg(submission->processId));
@@ -95,8 +95,8 @@ BackendResponse StepEndpoints::submitStep(const BackendRequest& request) {
     }
     // Arriving at a verification step from elsewhere starts a new attempt.
     if (step->document.type == QLatin1String("KYC_ID") && dto->fromDirectionId != target)
-        m_submissions.setKycStatus(submission->submissionId,
-                                   QString::fromLatin1(SubmissionStore::kInitialKycCode));
+        submissions_.setKycStatus(submission->submissionId,
+                                  QString::fromLatin1(SubmissionStore::kInitialKycCode));
     return answerStep(request, *submission, *process, target);
 }
 
@@ -125,7 +125,7 @@ BackendResponse StepEndpoints::answerStep(const BackendRequest& request, Submiss
     auto document = StepRenderer::render(*step, context, directionId);
     if (!document)
         return BackendResponse::error(500, QStringLiteral("%1 no longer decodes.").arg(step->filePath));
-    m_submissions.recordVisit(submission, directionId);
+    submissions_.recordVisit(submission, directionId);
     return BackendResponse::document(*document);
 }
 

@@ -30,8 +30,8 @@ private:
     static QString resolveTarget(const ProcessDefinition& process, const SubmissionRecord& submission,
                                  const QString& directionId, const std::optional<QString>& fromDirectionId);
 
-    const ProcessStore& m_processes;
-    SubmissionStore& m_submissions;
+    const ProcessStore& processes_;
+    SubmissionStore& submissions_;
 };
 
 } // namespace tessara

@@ -31,14 +31,14 @@ SubmissionRecord& SubmissionStore::create(const QString& processId, bool hasCall
     record->kycCode = QString::fromLatin1(kInitialKycCode);
     record->kycMessage = KycStatusTexts::messageFor(record->kycCode);
     SubmissionRecord& result = *record;
-    m_indexById.insert(result.submissionId, qsizetype(m_entries.size()));
-    m_entries.push_back(Entry{std::move(record), {}});
+    indexById_.insert(result.submissionId, qsizetype(entries_.size()));
+    entries_.push_back(Entry{std::move(record), {}});
     return result;
 }
 
 SubmissionStore::Entry* SubmissionStore::entry(const QString& submissionId) {
-    const auto it = m_indexById.constFind(submissionId);
-    return it == m_indexById.cend() ? nullptr : &m_entries[size_t(*it)];
+    const auto it = indexById_.constFind(submissionId);
+    return it == indexById_.cend() ? nullptr : &entries_[size_t(*it)];
 }
 
 SubmissionRecord* SubmissionStore::find(const QString& submissionId) {
@@ -51,7 +51,7 @@ const SubmissionRecord* SubmissionStore::find(const QString& submissionId) const
 }
 
 SubmissionRecord* SubmissionStore::findByUserHash(const QString& userHash) {
-    for (Entry& candidate : m_entries) {
+    for (Entry& candidate : entries_) {
         if (candidate.record->userHash == userHash)
             return candidate.record.get();
     }
@@ -61,13 +61,13 @@ SubmissionRecord* SubmissionStore::findByUserHash(const QString& userHash) {
 void SubmissionStore::recordVisit(SubmissionRecord& submission, const QString& directionId) {
     submission.visitedSteps.push_back(directionId);
     if (Entry* found = entry(submission.submissionId))
-        found->lastVisit.insert(directionId, ++m_visitSequence);
+        found->lastVisit.insert(directionId, ++visitSequence_);
 }
 
 const SubmissionRecord* SubmissionStore::latestVisitorOf(const QString& directionId) const {
     const SubmissionRecord* latest = nullptr;
     quint64 latestSequence = 0;
-    for (const Entry& candidate : m_entries) {
+    for (const Entry& candidate : entries_) {
         const quint64 sequence = candidate.lastVisit.value(directionId, 0);
         if (sequence > latestSequence) {
             latestSequence = sequence;
@@ -88,8 +88,8 @@ bool SubmissionStore::setKycStatus(const QString& submissionId, const QString& c
 
 std::vector<const SubmissionRecord*> SubmissionStore::all() const {
     std::vector<const SubmissionRecord*> result;
-    result.reserve(m_entries.size());
-    for (const Entry& candidate : m_entries)
+    result.reserve(entries_.size());
+    for (const Entry& candidate : entries_)
         result.push_back(candidate.record.get());
     return result;
 }

@@ -49,9 +49,9 @@ private:
     };
     Entry* entry(const QString& submissionId);
 
-    std::vector<Entry> m_entries;
-    QHash<QString, qsizetype> m_indexById;
-    quint64 m_visitSequence = 0;
+    std::vector<Entry> entries_;
+    QHash<QString, qsizetype> indexById_;
+    quint64 visitSequence_ = 0;
 };
 
 } // namespace tessara

@@ -32,9 +32,9 @@ bool extensionAllowed(const QStringList& allowed, const QString& fileName, const
 
 UploadEndpoint::UploadEndpoint(const ProcessStore& processes, SubmissionStore& submissions,
                                const UploadStorage& storage)
-    : m_processes(processes)
-    , m_submissions(submissions)
-    , m_storage(storage) {}
+    : processes_(processes)
+    , submissions_(submissions)
+    , storage_(storage) {}
 
 void UploadEndpoint::addRoutes(RouteTable& routes) {
     routes.add("POST", QStringLiteral("/step/uploadFile"),
@@ -61,11 +61,11 @@ BackendResponse UploadEndpoint::upload(const BackendRequest& request) {
         return BackendResponse::badRequest(QStringLiteral(
             "Частта \"dto\" трябва да е JSON с \"submissionId\", \"key\" и \"fromDirectionId\"."));
 
-    SubmissionRecord* submission = m_submissions.find(dto->submissionId);
+    SubmissionRecord* submission = submissions_.find(dto->submissionId);
     if (!submission)
         return BackendResponse::badRequest(
             QStringLiteral("Непозната заявка: \"%1\".").arg(dto->submissionId));
-    const ProcessDefinition* process = m_processes.process(submission->processId);
+    const ProcessDefinition* process = processes_.process(submission->processId);
     const FieldJSON* field = process ? process->findField(dto->fromDirectionId, dto->key) : nullptr;
     if (!field || field->type != FieldType::uploadFile)
         return BackendResponse::badRequest(
@@ -84,7 +84,7 @@ BackendResponse UploadEndpoint::upload(const BackendRequest& request) {
     QString error;
     const int number = int(submission->uploads.size()) + 1;
     const auto path =
-        m_storage.store(submission->submissionId, dto->key, number, fileName, file->data, &error);
+        storage_.store(submission->submissionId, dto->key, number, fileName, file->data, &error);
     if (!path)
         return BackendResponse::error(500, QStringLiteral("Файлът не може да бъде записан: %1").arg(error));
     submission->uploads.push_back(StoredUpload{dto->key, dto->fromDirectionId, fileName,

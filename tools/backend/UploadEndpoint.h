@@ -21,9 +21,9 @@ public:
     BackendResponse upload(const BackendRequest& request);
 
 private:
-    const ProcessStore& m_processes;
-    SubmissionStore& m_submissions;
-    const UploadStorage& m_storage;
+    const ProcessStore& processes_;
+    SubmissionStore& submissions_;
+    const UploadStorage& storage_;
 };
 
 } // namespace tessara

@@ -7,7 +7,7 @@
 namespace tessara {
 
 UploadStorage::UploadStorage(QString rootDirectory)
-    : m_root(std::move(rootDirectory)) {}
+    : root_(std::move(rootDirectory)) {}
 
 QString UploadStorage::safeName(const QString& name) {
     QString result;
@@ -28,7 +28,7 @@ QString UploadStorage::safeName(const QString& name) {
 std::optional<QString> UploadStorage::store(const QString& submissionId, const QString& key, int number,
                                             const QString& fileName, const QByteArray& data,
                                             QString* error) const {
-    const QString folder = QDir(m_root).filePath(safeName(submissionId) + QLatin1Char('/') + safeName(key));
+    const QString folder = QDir(root_).filePath(safeName(submissionId) + QLatin1Char('/') + safeName(key));
     if (!QDir().mkpath(folder)) {
         *error = QStringLiteral("cannot create %1").arg(folder);
         return std::nullopt;

@@ -13,7 +13,7 @@ class UploadStorage {
 public:
     explicit UploadStorage(QString rootDirectory);
 
-    const QString& rootDirectory() const { return m_root; }
+    const QString& rootDirectory() const { return root_; }
 
     // Writes `data`; returns the absolute path, or nullopt with `error` set.
     std::optional<QString> store(const QString& submissionId, const QString& key, int number,
@@ -25,7 +25,7 @@ public:
     static QString safeName(const QString& name);
 
 private:
-    QString m_root;
+    QString root_;
 };
 
 } // namespace tessara

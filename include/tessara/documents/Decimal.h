@@ -43,11 +43,11 @@ public:
     // The same text as UTF-8/ASCII bytes; this is what goes into JSON.
     std::string toStdString() const;
 
-    bool isZero() const { return m_coefficient == 0; }
-    bool isNegative() const { return m_coefficient < 0; }
-    bool isInteger() const { return m_exponent >= 0; }
+    bool isZero() const { return coefficient_ == 0; }
+    bool isNegative() const { return coefficient_ < 0; }
+    bool isInteger() const { return exponent_ >= 0; }
     // Number of digits after the separator in description().
-    int scale() const { return m_exponent < 0 ? -m_exponent : 0; }
+    int scale() const { return exponent_ < 0 ? -exponent_ : 0; }
 
     // Exact when the result has at most 38 significant digits; otherwise rounded half away from
     // zero to 38 digits (only reachable far beyond money amounts). A result beyond kMaxExponent is
@@ -76,8 +76,8 @@ private:
     Decimal(Int128 coefficient, int exponent);
     static Decimal make(bool negative, std::string_view digits, long long exponent);
 
-    Int128 m_coefficient = 0;
-    int m_exponent = 0;
+    Int128 coefficient_ = 0;
+    int exponent_ = 0;
 
     friend class DecimalArithmetic;
 };

@@ -84,20 +84,20 @@ public:
         return Decimal::make(negative, digits, exponent);
     }
 
-    static std::string digits(const Decimal& value) { return digitsOf(magnitude(value.m_coefficient)); }
-    static int exponent(const Decimal& value) { return value.m_exponent; }
+    static std::string digits(const Decimal& value) { return digitsOf(magnitude(value.coefficient_)); }
+    static int exponent(const Decimal& value) { return value.exponent_; }
 };
 
 Decimal::Decimal(Int128 coefficient, int exponent)
-    : m_coefficient(coefficient)
-    , m_exponent(exponent) {
-    if (m_coefficient == 0) {
-        m_exponent = 0;
+    : coefficient_(coefficient)
+    , exponent_(exponent) {
+    if (coefficient_ == 0) {
+        exponent_ = 0;
         return;
     }
-    while (m_coefficient % 10 == 0) {
-        m_coefficient /= 10;
-        ++m_exponent;
+    while (coefficient_ % 10 == 0) {
+        coefficient_ /= 10;
+        ++exponent_;
     }
 }
 
@@ -228,31 +228,31 @@ std::string scientificText(bool negative, const std::string& digits, int exponen
 } // namespace
 
 double Decimal::toDouble() const {
-    const std::string text = scientificText(isNegative(), digitsOf(magnitude(m_coefficient)), m_exponent);
+    const std::string text = scientificText(isNegative(), digitsOf(magnitude(coefficient_)), exponent_);
     double value = 0;
     // from_chars is locale-independent and correctly rounded; out of range leaves `value` alone.
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     if (result.ec == std::errc::result_out_of_range)
-        return m_exponent > 0 ? (isNegative() ? -HUGE_VAL : HUGE_VAL) : (isNegative() ? -0.0 : 0.0);
+        return exponent_ > 0 ? (isNegative() ? -HUGE_VAL : HUGE_VAL) : (isNegative() ? -0.0 : 0.0);
     return value;
 }
 
 float Decimal::toFloat() const {
-    const std::string text = scientificText(isNegative(), digitsOf(magnitude(m_coefficient)), m_exponent);
+    const std::string text = scientificText(isNegative(), digitsOf(magnitude(coefficient_)), exponent_);
     float value = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     if (result.ec == std::errc::result_out_of_range)
-        return m_exponent > 0 ? (isNegative() ? -HUGE_VALF : HUGE_VALF) : (isNegative() ? -0.0f : 0.0f);
+        return exponent_ > 0 ? (isNegative() ? -HUGE_VALF : HUGE_VALF) : (isNegative() ? -0.0f : 0.0f);
     return value;
 }
 
 std::optional<qint64> Decimal::toInt64() const {
-    if (m_exponent < 0)
+    if (exponent_ < 0)
         return std::nullopt;
-    if (m_exponent > 18)
+    if (exponent_ > 18)
         return std::nullopt; // non-zero values are normalised, so this is at least 10^19
     Int128 value = 0;
-    if (__builtin_mul_overflow(m_coefficient, Int128(kPow10[size_t(m_exponent)]), &value))
+    if (__builtin_mul_overflow(coefficient_, Int128(kPow10[size_t(exponent_)]), &value))
         return std::nullopt;
     if (value > Int128(std::numeric_limits<qint64>::max()) ||
         value < Int128(std::numeric_limits<qint64>::min()))
@@ -261,10 +261,10 @@ std::optional<qint64> Decimal::toInt64() const {
 }
 
 std::optional<quint64> Decimal::toUInt64() const {
-    if (m_exponent < 0 || m_exponent > 19 || m_coefficient < 0)
+    if (exponent_ < 0 || exponent_ > 19 || coefficient_ < 0)
         return std::nullopt;
     UInt128 value = 0;
-    if (__builtin_mul_overflow(UInt128(m_coefficient), kPow10[size_t(m_exponent)], &value))
+    if (__builtin_mul_overflow(UInt128(coefficient_), kPow10[size_t(exponent_)], &value))
         return std::nullopt;
     if (value > UInt128(std::numeric_limits<quint64>::max()))
         return std::nullopt;
@@ -272,24 +272,24 @@ std::optional<quint64> Decimal::toUInt64() const {
 }
 
 std::string Decimal::toStdString() const {
-    if (m_coefficient == 0)
+    if (coefficient_ == 0)
         return "0";
-    const std::string digits = digitsOf(magnitude(m_coefficient));
+    const std::string digits = digitsOf(magnitude(coefficient_));
     std::string text;
-    text.reserve(digits.size() + size_t(std::abs(m_exponent)) + 3);
+    text.reserve(digits.size() + size_t(std::abs(exponent_)) + 3);
     if (isNegative())
         text += '-';
-    if (m_exponent >= 0) {
+    if (exponent_ >= 0) {
         text += digits;
-        text.append(size_t(m_exponent), '0');
-    } else if (size_t(-m_exponent) < digits.size()) {
-        const size_t integerDigits = digits.size() - size_t(-m_exponent);
+        text.append(size_t(exponent_), '0');
+    } else if (size_t(-exponent_) < digits.size()) {
+        const size_t integerDigits = digits.size() - size_t(-exponent_);
         text.append(digits, 0, integerDigits);
         text += '.';
         text.append(digits, integerDigits);
     } else {
         text += "0.";
-        text.append(size_t(-m_exponent) - digits.size(), '0');
+        text.append(size_t(-exponent_) - digits.size(), '0');
         text += digits;
     }
     return text;
@@ -300,7 +300,7 @@ QString Decimal::description() const {
 }
 
 Decimal Decimal::operator-() const {
-    return Decimal(-m_coefficient, m_exponent);
+    return Decimal(-coefficient_, exponent_);
 }
 
 Decimal Decimal::operator+(const Decimal& other) const {
@@ -309,14 +309,14 @@ Decimal Decimal::operator+(const Decimal& other) const {
     if (other.isZero())
         return *this;
     // Fast path: align on the smaller exponent when that fits, then add.
-    const Decimal& high = m_exponent >= other.m_exponent ? *this : other;
-    const Decimal& low = m_exponent >= other.m_exponent ? other : *this;
-    const int shift = high.m_exponent - low.m_exponent;
+    const Decimal& high = exponent_ >= other.exponent_ ? *this : other;
+    const Decimal& low = exponent_ >= other.exponent_ ? other : *this;
+    const int shift = high.exponent_ - low.exponent_;
     Int128 scaled = 0;
     Int128 sum = 0;
-    if (shift <= 38 && !__builtin_mul_overflow(high.m_coefficient, Int128(kPow10[size_t(shift)]), &scaled) &&
-        !__builtin_add_overflow(scaled, low.m_coefficient, &sum) && magnitude(sum) < kPow10[kMaxDigits])
-        return Decimal(sum, low.m_exponent);
+    if (shift <= 38 && !__builtin_mul_overflow(high.coefficient_, Int128(kPow10[size_t(shift)]), &scaled) &&
+        !__builtin_add_overflow(scaled, low.coefficient_, &sum) && magnitude(sum) < kPow10[kMaxDigits])
+        return Decimal(sum, low.exponent_);
 
     // Slow path on digit strings, for results beyond 38 digits.
     std::string highDigits = DecimalArithmetic::digits(high);
@@ -324,12 +324,12 @@ Decimal Decimal::operator+(const Decimal& other) const {
     const std::string lowDigits = DecimalArithmetic::digits(low);
     if (high.isNegative() == low.isNegative())
         return DecimalArithmetic::fromDigits(high.isNegative(),
-                                             DecimalDigits::addDigits(highDigits, lowDigits), low.m_exponent);
+                                             DecimalDigits::addDigits(highDigits, lowDigits), low.exponent_);
     if (DecimalDigits::compareDigits(highDigits, lowDigits) >= 0)
         return DecimalArithmetic::fromDigits(
-            high.isNegative(), DecimalDigits::subtractDigits(highDigits, lowDigits), low.m_exponent);
-    return DecimalArithmetic::fromDigits(
-        low.isNegative(), DecimalDigits::subtractDigits(lowDigits, highDigits), low.m_exponent);
+            high.isNegative(), DecimalDigits::subtractDigits(highDigits, lowDigits), low.exponent_);
+    return DecimalArithmetic::fromDigits(low.isNegative(),
+                                         DecimalDigits::subtractDigits(lowDigits, highDigits), low.exponent_);
 }
 
 Decimal Decimal::operator-(const Decimal& other) const {
@@ -339,12 +339,12 @@ Decimal Decimal::operator-(const Decimal& other) const {
 Decimal Decimal::operator*(const Decimal& other) const {
     if (isZero() || other.isZero())
         return Decimal();
-    const long long exponent = (long long)m_exponent + other.m_exponent;
+    const long long exponent = (long long)exponent_ + other.exponent_;
     Int128 product = 0;
-    if (!__builtin_mul_overflow(m_coefficient, other.m_coefficient, &product) &&
+    if (!__builtin_mul_overflow(coefficient_, other.coefficient_, &product) &&
         magnitude(product) < kPow10[kMaxDigits] && exponent >= -kMaxExponent && exponent <= kMaxExponent) {
         const Decimal result(product, int(exponent));
-        if (result.m_exponent + digitCount(magnitude(result.m_coefficient)) - 1 <= kMaxExponent)
+        if (result.exponent_ + digitCount(magnitude(result.coefficient_)) - 1 <= kMaxExponent)
             return result;
     }
     return DecimalArithmetic::fromDigits(
@@ -365,17 +365,17 @@ std::optional<Decimal> Decimal::divided(const Decimal& divisor) const {
     const long long extra =
         std::max<long long>(0, kMaxDigits + 1 + (long long)divisorDigits.size() - (long long)dividend.size());
     dividend.append(size_t(extra), '0');
-    const long long exponent = (long long)m_exponent - divisor.m_exponent - extra;
+    const long long exponent = (long long)exponent_ - divisor.exponent_ - extra;
     return DecimalArithmetic::fromDigits(isNegative() != divisor.isNegative(),
                                          DecimalDigits::divideDigits(dividend, divisorDigits), exponent);
 }
 
 Decimal Decimal::rounded(int scale) const {
     const long long targetExponent = -(long long)scale;
-    if (isZero() || m_exponent >= targetExponent)
+    if (isZero() || exponent_ >= targetExponent)
         return *this;
-    const long long drop = targetExponent - m_exponent;
-    const UInt128 value = magnitude(m_coefficient);
+    const long long drop = targetExponent - exponent_;
+    const UInt128 value = magnitude(coefficient_);
     if (drop > 38)
         return Decimal(); // below half of the last kept place
     const UInt128 divisor = kPow10[size_t(drop)];
@@ -386,28 +386,28 @@ Decimal Decimal::rounded(int scale) const {
 }
 
 std::strong_ordering operator<=>(const Decimal& a, const Decimal& b) {
-    const int signA = a.m_coefficient < 0 ? -1 : (a.m_coefficient > 0 ? 1 : 0);
-    const int signB = b.m_coefficient < 0 ? -1 : (b.m_coefficient > 0 ? 1 : 0);
+    const int signA = a.coefficient_ < 0 ? -1 : (a.coefficient_ > 0 ? 1 : 0);
+    const int signB = b.coefficient_ < 0 ? -1 : (b.coefficient_ > 0 ? 1 : 0);
     if (signA != signB || signA == 0)
         return signA <=> signB;
-    const UInt128 magA = magnitude(a.m_coefficient);
-    const UInt128 magB = magnitude(b.m_coefficient);
-    const int adjustedA = a.m_exponent + digitCount(magA) - 1;
-    const int adjustedB = b.m_exponent + digitCount(magB) - 1;
+    const UInt128 magA = magnitude(a.coefficient_);
+    const UInt128 magB = magnitude(b.coefficient_);
+    const int adjustedA = a.exponent_ + digitCount(magA) - 1;
+    const int adjustedB = b.exponent_ + digitCount(magB) - 1;
     std::strong_ordering byMagnitude = std::strong_ordering::equal;
     if (adjustedA != adjustedB) {
         byMagnitude = adjustedA <=> adjustedB;
     } else {
         // Same leading place: both fit 38 digits once aligned on the smaller exponent.
-        const int low = std::min(a.m_exponent, b.m_exponent);
-        byMagnitude = magA * kPow10[size_t(a.m_exponent - low)] <=> magB * kPow10[size_t(b.m_exponent - low)];
+        const int low = std::min(a.exponent_, b.exponent_);
+        byMagnitude = magA * kPow10[size_t(a.exponent_ - low)] <=> magB * kPow10[size_t(b.exponent_ - low)];
     }
     return signA > 0 ? byMagnitude : 0 <=> byMagnitude;
 }
 
 size_t Decimal::hash(size_t seed) const {
-    const UInt128 bits = UInt128(m_coefficient);
-    return qHashMulti(seed, quint64(bits), quint64(bits >> 64), m_exponent);
+    const UInt128 bits = UInt128(coefficient_);
+    return qHashMulti(seed, quint64(bits), quint64(bits >> 64), exponent_);
 }
 
 } // namespace tessara

@@ -12,7 +12,7 @@ public:
     using json = nlohmann::json;
 
     explicit JsonDomBuilder(JsonDom& dom)
-        : m_dom(dom) {}
+        : dom_(dom) {}
 
     bool null() {
         addScalar(JsonDom::Kind::null);
@@ -36,28 +36,28 @@ public:
     }
     bool number_float(json::number_float_t, const json::string_t& text) {
         auto& node = addScalar(JsonDom::Kind::number);
-        node.textOffset = quint32(m_dom.m_pool.size());
+        node.textOffset = quint32(dom_.pool_.size());
         node.textLength = quint32(text.size());
-        m_dom.m_pool.append(text);
+        dom_.pool_.append(text);
         // The lexer writes the C locale's decimal separator into its token; keep '.' for readers.
-        for (size_t i = node.textOffset; i < m_dom.m_pool.size(); ++i)
-            if (m_dom.m_pool[i] == ',')
-                m_dom.m_pool[i] = '.';
+        for (size_t i = node.textOffset; i < dom_.pool_.size(); ++i)
+            if (dom_.pool_[i] == ',')
+                dom_.pool_[i] = '.';
         return true;
     }
     bool string(json::string_t& value) {
         auto& node = addScalar(JsonDom::Kind::string);
-        node.textOffset = quint32(m_dom.m_pool.size());
+        node.textOffset = quint32(dom_.pool_.size());
         node.textLength = quint32(value.size());
-        m_dom.m_pool.append(value);
+        dom_.pool_.append(value);
         return true;
     }
     bool binary(json::binary_t&) { return false; }
     bool start_object(std::size_t) { return open(JsonDom::Kind::object); }
     bool key(json::string_t& name) {
-        m_keyOffset = quint32(m_dom.m_pool.size());
-        m_keyLength = quint32(name.size());
-        m_dom.m_pool.append(name);
+        keyOffset_ = quint32(dom_.pool_.size());
+        keyLength_ = quint32(name.size());
+        dom_.pool_.append(name);
         return true;
     }
     bool end_object() { return close(); }
@@ -67,38 +67,38 @@ public:
 
 private:
     JsonDom::Node& addNode(JsonDom::Kind kind) {
-        const auto index = quint32(m_dom.m_nodes.size());
-        auto& node = m_dom.m_nodes.emplace_back();
+        const auto index = quint32(dom_.nodes_.size());
+        auto& node = dom_.nodes_.emplace_back();
         node.kind = kind;
         node.end = index + 1;
-        if (!m_open.empty()) {
-            auto& parent = m_dom.m_nodes[m_open.back()];
+        if (!open_.empty()) {
+            auto& parent = dom_.nodes_[open_.back()];
             ++parent.count;
             if (parent.kind == JsonDom::Kind::object) {
-                node.keyOffset = m_keyOffset;
-                node.keyLength = m_keyLength;
+                node.keyOffset = keyOffset_;
+                node.keyLength = keyLength_;
             }
         }
         return node;
     }
     JsonDom::Node& addScalar(JsonDom::Kind kind) { return addNode(kind); }
     bool open(JsonDom::Kind kind) {
-        if (m_open.size() >= size_t(JsonDom::kMaxDepth))
+        if (open_.size() >= size_t(JsonDom::kMaxDepth))
             return false;
         addNode(kind);
-        m_open.push_back(quint32(m_dom.m_nodes.size() - 1));
+        open_.push_back(quint32(dom_.nodes_.size() - 1));
         return true;
     }
     bool close() {
-        m_dom.m_nodes[m_open.back()].end = quint32(m_dom.m_nodes.size());
-        m_open.pop_back();
+        dom_.nodes_[open_.back()].end = quint32(dom_.nodes_.size());
+        open_.pop_back();
         return true;
     }
 
-    JsonDom& m_dom;
-    std::vector<quint32> m_open;
-    quint32 m_keyOffset = 0;
-    quint32 m_keyLength = 0;
+    JsonDom& dom_;
+    std::vector<quint32> open_;
+    quint32 keyOffset_ = 0;
+    quint32 keyLength_ = 0;
 };
 
 std::optional<JsonDom> JsonDom::parse(QByteArrayView bytes) {
@@ -107,8 +107,8 @@ std::optional<JsonDom> JsonDom::parse(QByteArrayView bytes) {
         return std::nullopt;
     JsonDom dom;
     // Rough guesses from typical documents; they only save reallocations.
-    dom.m_nodes.reserve(size_t(bytes.size() / 12 + 4));
-    dom.m_pool.reserve(size_t(bytes.size() / 2 + 16));
+    dom.nodes_.reserve(size_t(bytes.size() / 12 + 4));
+    dom.pool_.reserve(size_t(bytes.size() / 2 + 16));
     JsonDomBuilder builder(dom);
     const char* begin = bytes.data();
     const char* end = begin + bytes.size();
@@ -118,7 +118,7 @@ std::optional<JsonDom> JsonDom::parse(QByteArrayView bytes) {
     } catch (const std::exception&) {
         ok = false;
     }
-    if (!ok || dom.m_nodes.empty())
+    if (!ok || dom.nodes_.empty())
         return std::nullopt;
     return dom;
 }

@@ -48,8 +48,8 @@ public:
 private:
     friend class JsonValue;
     friend class JsonDomBuilder;
-    std::vector<Node> m_nodes;
-    std::string m_pool;
+    std::vector<Node> nodes_;
+    std::string pool_;
 };
 
 // A light view of one node of a JsonDom; an invalid view stands for an absent member.
@@ -57,10 +57,10 @@ class JsonValue {
 public:
     JsonValue() = default;
     JsonValue(const JsonDom* dom, quint32 index)
-        : m_dom(dom)
-        , m_index(index) {}
+        : dom_(dom)
+        , index_(index) {}
 
-    bool isValid() const { return m_dom != nullptr; }
+    bool isValid() const { return dom_ != nullptr; }
     JsonDom::Kind kind() const { return node().kind; }
     bool isNull() const { return kind() == JsonDom::Kind::null; }
     // Absent or null: what an optional key treats as "no value".
@@ -72,12 +72,12 @@ public:
     // Unescaped UTF-8 of a string, or the source text of a `number` with '.' as separator.
     std::string_view text() const {
         const auto& n = node();
-        return std::string_view(m_dom->m_pool.data() + n.textOffset, n.textLength);
+        return std::string_view(dom_->pool_.data() + n.textOffset, n.textLength);
     }
     // The member name when this value sits in an object.
     std::string_view key() const {
         const auto& n = node();
-        return std::string_view(m_dom->m_pool.data() + n.keyOffset, n.keyLength);
+        return std::string_view(dom_->pool_.data() + n.keyOffset, n.keyLength);
     }
 
     // Elements of an array or members of an object, in document order.
@@ -85,31 +85,31 @@ public:
     class Iterator {
     public:
         Iterator(const JsonDom* dom, quint32 index)
-            : m_dom(dom)
-            , m_index(index) {}
-        JsonValue operator*() const { return JsonValue(m_dom, m_index); }
+            : dom_(dom)
+            , index_(index) {}
+        JsonValue operator*() const { return JsonValue(dom_, index_); }
         Iterator& operator++() {
-            m_index = m_dom->m_nodes[m_index].end;
+            index_ = dom_->nodes_[index_].end;
             return *this;
         }
-        bool operator!=(const Iterator& other) const { return m_index != other.m_index; }
+        bool operator!=(const Iterator& other) const { return index_ != other.index_; }
 
     private:
-        const JsonDom* m_dom;
-        quint32 m_index;
+        const JsonDom* dom_;
+        quint32 index_;
     };
-    Iterator begin() const { return Iterator(m_dom, m_index + 1); }
-    Iterator end() const { return Iterator(m_dom, node().end); }
+    Iterator begin() const { return Iterator(dom_, index_ + 1); }
+    Iterator end() const { return Iterator(dom_, node().end); }
 
     // The last member named `key` of an object (duplicate keys: the last wins); invalid when the
     // key is absent or this is no object.
     JsonValue member(std::string_view key) const;
 
 private:
-    const JsonDom::Node& node() const { return m_dom->m_nodes[m_index]; }
+    const JsonDom::Node& node() const { return dom_->nodes_[index_]; }
 
-    const JsonDom* m_dom = nullptr;
-    quint32 m_index = 0;
+    const JsonDom* dom_ = nullptr;
+    quint32 index_ = 0;
 };
 
 inline JsonValue JsonDom::root() const {

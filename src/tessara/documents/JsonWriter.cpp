@@ -10,10 +10,10 @@ constexpr char kHex[] = "0123456789abcdef";
 
 void JsonWriter::key(std::string_view name) {
     separate();
-    m_out.append('"');
+    out_.append('"');
     appendEscaped(name);
-    m_out.append("\":", 2);
-    m_needsComma = false;
+    out_.append("\":", 2);
+    needsComma_ = false;
 }
 
 void JsonWriter::appendEscaped(std::string_view utf8) {
@@ -22,37 +22,37 @@ void JsonWriter::appendEscaped(std::string_view utf8) {
         const auto c = static_cast<unsigned char>(utf8[i]);
         if (c >= 0x20 && c != '"' && c != '\\')
             continue;
-        m_out.append(utf8.data() + runStart, qsizetype(i - runStart));
+        out_.append(utf8.data() + runStart, qsizetype(i - runStart));
         runStart = i + 1;
         switch (c) {
         case '"':
-            m_out.append("\\\"", 2);
+            out_.append("\\\"", 2);
             break;
         case '\\':
-            m_out.append("\\\\", 2);
+            out_.append("\\\\", 2);
             break;
         case '\b':
-            m_out.append("\\b", 2);
+            out_.append("\\b", 2);
             break;
         case '\f':
-            m_out.append("\\f", 2);
+            out_.append("\\f", 2);
             break;
         case '\n':
-            m_out.append("\\n", 2);
+            out_.append("\\n", 2);
             break;
         case '\r':
-            m_out.append("\\r", 2);
+            out_.append("\\r", 2);
             break;
         case '\t':
-            m_out.append("\\t", 2);
+            out_.append("\\t", 2);
             break;
         default: {
             const char escape[6] = {'\\', 'u', '0', '0', kHex[c >> 4], kHex[c & 0xf]};
-            m_out.append(escape, 6);
+            out_.append(escape, 6);
         }
         }
     }
-    m_out.append(utf8.data() + runStart, qsizetype(utf8.size() - runStart));
+    out_.append(utf8.data() + runStart, qsizetype(utf8.size() - runStart));
 }
 
 void JsonWriter::writeString(const QString& text) {
@@ -75,51 +75,45 @@ void JsonWriter::writeString(const QString& text) {
 
 void JsonWriter::writeUtf8String(std::string_view text) {
     separate();
-    m_out.append('"');
+    out_.append('"');
     appendEscaped(text);
-    m_out.append('"');
-    m_needsComma = true;
+    out_.append('"');
+    needsComma_ = true;
 }
 
 void JsonWriter::writeBool(bool value) {
     separate();
-    m_out.append(value ? "true" : "false");
-    m_needsComma = true;
-}
-
-void JsonWriter::writeNull() {
-    separate();
-    m_out.append("null", 4);
-    m_needsComma = true;
+    out_.append(value ? "true" : "false");
+    needsComma_ = true;
 }
 
 void JsonWriter::writeInt64(qint64 value) {
     separate();
     char buffer[24];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    m_out.append(buffer, qsizetype(result.ptr - buffer));
-    m_needsComma = true;
+    out_.append(buffer, qsizetype(result.ptr - buffer));
+    needsComma_ = true;
 }
 
 void JsonWriter::writeUInt64(quint64 value) {
     separate();
     char buffer[24];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    m_out.append(buffer, qsizetype(result.ptr - buffer));
-    m_needsComma = true;
+    out_.append(buffer, qsizetype(result.ptr - buffer));
+    needsComma_ = true;
 }
 
 void JsonWriter::writeDecimal(const Decimal& value) {
     separate();
     const std::string text = value.toStdString();
-    m_out.append(text.data(), qsizetype(text.size()));
-    m_needsComma = true;
+    out_.append(text.data(), qsizetype(text.size()));
+    needsComma_ = true;
 }
 
 std::optional<QByteArray> JsonWriter::take() {
-    if (!m_valid)
+    if (!valid_)
         return std::nullopt;
-    return std::move(m_out);
+    return std::move(out_);
 }
 
 } // namespace tessara

@@ -15,7 +15,7 @@ namespace tessara {
 // written (text with an unpaired surrogate) marks the whole output invalid.
 class JsonWriter {
 public:
-    JsonWriter() { m_out.reserve(256); }
+    JsonWriter() { out_.reserve(256); }
 
     void beginObject() { open('{'); }
     void endObject() { close('}'); }
@@ -29,32 +29,31 @@ public:
     void writeInt64(qint64 value);
     void writeUInt64(quint64 value);
     void writeDecimal(const Decimal& value);
-    void writeNull();
 
-    void invalidate() { m_valid = false; }
-    bool isValid() const { return m_valid; }
+    void invalidate() { valid_ = false; }
+    bool isValid() const { return valid_; }
     // The bytes, or std::nullopt when something could not be written.
     std::optional<QByteArray> take();
 
 private:
     void separate() {
-        if (m_needsComma)
-            m_out.append(',');
+        if (needsComma_)
+            out_.append(',');
     }
     void open(char bracket) {
         separate();
-        m_out.append(bracket);
-        m_needsComma = false;
+        out_.append(bracket);
+        needsComma_ = false;
     }
     void close(char bracket) {
-        m_out.append(bracket);
-        m_needsComma = true;
+        out_.append(bracket);
+        needsComma_ = true;
     }
     void appendEscaped(std::string_view utf8);
 
-    QByteArray m_out;
-    bool m_needsComma = false;
-    bool m_valid = true;
+    QByteArray out_;
+    bool needsComma_ = false;
+    bool valid_ = true;
 };
 
 } // namespace tessara

@@ -315,11 +315,11 @@ ValidationPattern::ValidationPattern(const QString& pattern) {
     // Without Unicode properties Qt's classes, boundaries and POSIX names see ASCII only.
     QRegularExpression expression(*rewritten, QRegularExpression::UseUnicodePropertiesOption);
     if (expression.isValid())
-        m_expression = std::move(expression);
+        expression_ = std::move(expression);
 }
 
 bool ValidationPattern::isFoundIn(const QString& text) const {
-    return m_expression && m_expression->match(text).hasMatch();
+    return expression_ && expression_->match(text).hasMatch();
 }
 
 std::optional<QString> ValidationPattern::translated(const QString& pattern) {

@@ -14,7 +14,7 @@ public:
     explicit ValidationPattern(const QString& pattern);
 
     // False when the pattern does not compile or uses a construct outside the backends' syntax.
-    bool isValid() const { return m_expression.has_value(); }
+    bool isValid() const { return expression_.has_value(); }
 
     // True when the pattern matches somewhere in `text`; false for an invalid pattern.
     bool isFoundIn(const QString& text) const;
@@ -23,7 +23,7 @@ private:
     // The pattern rewritten into what Qt's engine reads, or nothing when it must stay invalid.
     static std::optional<QString> translated(const QString& pattern);
 
-    std::optional<QRegularExpression> m_expression;
+    std::optional<QRegularExpression> expression_;
 };
 
 } // namespace tessara

@@ -146,10 +146,6 @@ QAbstractButton* Alert::defaultButton() const {
     return default_;
 }
 
-QAbstractButton* Alert::escapeButton() const {
-    return escape_;
-}
-
 void Alert::reject() {
     // Escape presses the cancel action, so its handler runs; with no such action it does nothing.
     if (escape_)

@@ -44,8 +44,6 @@ public:
     QList<QAbstractButton*> buttons() const;
     // The preferred action's button (pressed by Return), if any.
     QAbstractButton* defaultButton() const;
-    // The button that Escape presses: the cancel action, or the only action of a one-button alert.
-    QAbstractButton* escapeButton() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -62,7 +60,7 @@ private:
     QLabel* message_ = nullptr;
     QList<QAbstractButton*> buttons_;
     QAbstractButton* default_ = nullptr;
-    QAbstractButton* escape_ = nullptr;
+    QAbstractButton* escape_ = nullptr; // what Escape presses: the cancel action, or a lone action
     bool sideBySide_ = false;
     // Dims the parent's window while the alert is up; a child of that window.
     QPointer<QWidget> dim_;

@@ -17,7 +17,6 @@ public:
 
     void setShowsActivityIndicator(bool shows);
     bool showsActivityIndicator() const { return showsActivityIndicator_; }
-    ActivityIndicator* activityIndicator() const { return indicator_; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

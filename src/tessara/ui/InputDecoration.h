@@ -26,7 +26,6 @@ public:
     // The decoration installed on `input`, or nullptr.
     static InputDecoration* of(const QWidget* input);
 
-    TSRAppearance::InputBorderStyle borderStyle() const { return borderStyle_; }
     QColor borderColor() const { return borderColor_; }
     double borderWidth() const { return borderWidth_; }
     QColor backgroundColor() const { return backgroundColor_; }

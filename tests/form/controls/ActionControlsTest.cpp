@@ -1,13 +1,12 @@
 #include "ControlTestSupport.h"
-#include "tessara/ui/ButtonAppearance.h"
 #include "tessara/form/controls/TSRA1Button.h"
 #include "tessara/form/controls/TSRA1ImageView.h"
 #include "tessara/form/controls/TSRCheckbox.h"
 #include "tessara/form/controls/TSRFlowButton.h"
-#include "tessara/form/controls/TSRHorizontalLine.h"
 #include "tessara/form/controls/TSRInputField.h"
 #include "tessara/form/controls/TSRLabel.h"
 #include "tessara/form/controls/TSRLinkButton.h"
+#include "tessara/ui/ButtonAppearance.h"
 
 #include <QLabel>
 #include <QTest>
@@ -186,12 +185,6 @@ TEST(ActionControls, ButtonMinimumHeightAppliesOnlyWhenSet) {
     EXPECT_EQ(closing.minimumHeight(), 65);
     // Styled views keep their look: the first button was made before the change.
     EXPECT_EQ(first->minimumHeight(), ButtonAppearance::heightFor(TSRAppearance::ButtonSize::medium));
-}
-
-TEST(ActionControls, HorizontalLineIsOnePhysicalPixel) {
-    auto line = makeControl<TSRHorizontalLine>(makeField(FieldType::horizontalLine, QStringLiteral("hr")));
-    EXPECT_EQ(line->height(), 1);
-    EXPECT_EQ(line->objectName(), QStringLiteral("TSRHorizontalLine.hr"));
 }
 
 TEST(ActionControls, LogoViewWithoutHostImageKeepsItsProportions) {

@@ -71,36 +71,6 @@ TEST(ChoiceControls, DropdownChoiceFromTheMenuSetsLabelValueAndAnnounces) {
     EXPECT_EQ(announcements.values, (QStringList{QStringLiteral("married"), QStringLiteral("widowed")}));
 }
 
-TEST(ChoiceControls, DropdownValidation) {
-    struct Case {
-        const char* name;
-        std::optional<QString> value;
-        bool allowEmpty;
-        std::optional<Kind> expected;
-    };
-    const Case cases[] = {
-        {"nothing chosen", std::nullopt, false, Kind::fieldValueIsEmpty},
-        {"nothing chosen, empty allowed", std::nullopt, true, std::nullopt},
-        {"empty text", QString(), false, Kind::fieldValueIsEmpty},
-        {"an option", QStringLiteral("married"), false, std::nullopt},
-        {"not trimmed", QStringLiteral(" married"), false, Kind::fieldValueInvalid},
-        {"the label is not the value", QStringLiteral("Женен"), false, Kind::fieldValueInvalid},
-        {"unknown, empty allowed", QStringLiteral("divorced"), true, Kind::fieldValueInvalid},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        FieldJSON field = choiceField(FieldType::nomenclature, QStringLiteral("status"));
-        field.validation = QStringLiteral("^never$"); // plays no part for a choice
-        auto dropdown = makeControl<TSRDropdownButton>(field);
-        dropdown->value = c.value;
-        const auto error = dropdown->validate(c.allowEmpty);
-        ASSERT_EQ(error.has_value(), c.expected.has_value());
-        if (error) {
-            EXPECT_EQ(error->kind, *c.expected);
-        }
-    }
-}
-
 TEST(ChoiceControlsDeathTest, DropdownValueWithoutOptionsEndsTheProcess) {
     EXPECT_DEATH(
         {
@@ -288,26 +258,48 @@ TEST(ChoiceControls, RadioRowsFollowTheOptionsAndStoreTheChosenValue) {
     EXPECT_GE(radio->sizeHint().height(), 3 * married->sizeHint().height());
 }
 
-TEST(ChoiceControls, RadioValidationTellsEmptyFromInvalid) {
+// A dropdown reads an empty text as nothing chosen; a radio group only an absent value.
+TEST(ChoiceControls, ChoiceValidation) {
+    enum Control { dropdown, radio };
     struct Case {
+        const char* name;
+        Control control;
         std::optional<QString> value;
         bool allowEmpty;
         std::optional<Kind> expected;
     };
     const Case cases[] = {
-        {std::nullopt, false, Kind::fieldValueIsEmpty},
-        {std::nullopt, true, std::nullopt},
-        {QStringLiteral("married"), false, std::nullopt},
-        {QStringLiteral("divorced"), false, Kind::fieldValueInvalid},
-        {QString(), true, Kind::fieldValueInvalid}, // present though empty: not an option
+        {"dropdown: nothing chosen", dropdown, std::nullopt, false, Kind::fieldValueIsEmpty},
+        {"dropdown: nothing chosen, empty allowed", dropdown, std::nullopt, true, std::nullopt},
+        {"dropdown: empty text", dropdown, QString(), false, Kind::fieldValueIsEmpty},
+        {"dropdown: an option", dropdown, QStringLiteral("married"), false, std::nullopt},
+        {"dropdown: not trimmed", dropdown, QStringLiteral(" married"), false, Kind::fieldValueInvalid},
+        {"dropdown: the label is not the value", dropdown, QStringLiteral("Женен"), false,
+         Kind::fieldValueInvalid},
+        {"dropdown: unknown, empty allowed", dropdown, QStringLiteral("divorced"), true,
+         Kind::fieldValueInvalid},
+        {"radio: nothing chosen", radio, std::nullopt, false, Kind::fieldValueIsEmpty},
+        {"radio: nothing chosen, empty allowed", radio, std::nullopt, true, std::nullopt},
+        {"radio: an option", radio, QStringLiteral("married"), false, std::nullopt},
+        {"radio: unknown", radio, QStringLiteral("divorced"), false, Kind::fieldValueInvalid},
+        {"radio: present though empty", radio, QString(), true, Kind::fieldValueInvalid},
     };
     for (const Case& c : cases) {
-        auto radio =
-            makeControl<TSRRadioButtonView>(choiceField(FieldType::radioButtons, QStringLiteral("family")));
-        radio->value = c.value;
-        const auto error = radio->validate(c.allowEmpty);
-        ASSERT_EQ(error.has_value(), c.expected.has_value())
-            << c.value.value_or(QStringLiteral("<absent>")).toStdString();
+        SCOPED_TRACE(c.name);
+        std::optional<ControlValidationError> error;
+        if (c.control == dropdown) {
+            FieldJSON field = choiceField(FieldType::nomenclature, QStringLiteral("status"));
+            field.validation = QStringLiteral("^never$"); // plays no part for a choice
+            auto control = makeControl<TSRDropdownButton>(field);
+            control->value = c.value;
+            error = control->validate(c.allowEmpty);
+        } else {
+            auto control = makeControl<TSRRadioButtonView>(
+                choiceField(FieldType::radioButtons, QStringLiteral("family")));
+            control->value = c.value;
+            error = control->validate(c.allowEmpty);
+        }
+        ASSERT_EQ(error.has_value(), c.expected.has_value());
         if (error) {
             EXPECT_EQ(error->kind, *c.expected);
         }

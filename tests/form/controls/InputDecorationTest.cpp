@@ -1,6 +1,7 @@
 #include "tessara/ui/InputDecoration.h"
 
 #include "ControlTestSupport.h"
+#include "support/DarkPalette.h"
 #include "tessara/form/controls/TSRDropdownButton.h"
 #include "tessara/form/controls/TSRInputArea.h"
 #include "tessara/form/controls/TSRInputField.h"
@@ -24,17 +25,6 @@ QImage render(QWidget* widget) {
     widget->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
     return image;
 }
-
-// Restores the application palette after a test switches to the dark style.
-class PaletteGuard {
-public:
-    PaletteGuard()
-        : saved_(QApplication::palette()) {}
-    ~PaletteGuard() { QApplication::setPalette(saved_); }
-
-private:
-    QPalette saved_;
-};
 
 } // namespace
 
@@ -90,7 +80,6 @@ TEST(InputDecoration, StyleNoneDrawsTheThemesBorderAndBackground) {
 
 TEST(InputDecoration, DefaultBorderColourFollowsTheDarkStyle) {
     ThemeGuard guard;
-    PaletteGuard paletteGuard;
     guard.theme().setInputBorderStyle(Style::none);
     guard.theme().setInputBorderWidth(1.0);
     QWidget screen;
@@ -98,10 +87,7 @@ TEST(InputDecoration, DefaultBorderColourFollowsTheDarkStyle) {
     const InputDecoration* decoration = InputDecoration::of(input);
     EXPECT_EQ(decoration->borderColor(), QColor::fromRgbF(0, 0, 0, 0.2f));
 
-    QPalette dark = QApplication::palette();
-    dark.setColor(QPalette::Window, QColor(0x1c, 0x1c, 0x1e));
-    dark.setColor(QPalette::WindowText, Qt::white);
-    QApplication::setPalette(dark);
+    DarkPalette dark;
     QCoreApplication::processEvents(); // the palette change reaches widgets as a posted event
     EXPECT_EQ(decoration->borderColor(), QColor::fromRgbF(1, 1, 1, 0.2f));
     EXPECT_DOUBLE_EQ(decoration->borderWidth(), 1.0);

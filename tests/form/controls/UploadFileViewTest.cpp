@@ -92,15 +92,6 @@ TEST(UploadFileView, Validation) {
     }
 }
 
-TEST(UploadFileView, ErrorsCarryTheFieldsOwnTexts) {
-    auto view = makeControl<TSRUploadFileView>(uploadField({QStringLiteral("pdf")}, 1));
-    view->acceptFile(fileOf("image/png", 1));
-    EXPECT_EQ(view->validate(false)->alertMessage(), QStringLiteral("Неподдържан формат"));
-    view->acceptFile(fileOf("application/pdf", (1 << 20) + 1));
-    EXPECT_EQ(view->validate(false)->alertMessage(), QStringLiteral("Файлът е твърде голям"));
-    EXPECT_EQ(view->validate(false)->alertTitle(), QStringLiteral("Лична карта"));
-}
-
 TEST(UploadFileViewDeathTest, MissingOrOversizedLimitEndsTheProcess) {
     EXPECT_DEATH(
         {
