@@ -17,6 +17,7 @@ public:
 
     void setShowsActivityIndicator(bool shows);
     bool showsActivityIndicator() const { return showsActivityIndicator_; }
+    ActivityIndicator* activityIndicator() const { return indicator_; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -13,7 +13,6 @@ namespace {
 template <typename T> void writeNumber(JsonWriter& writer, T value) {
     if (!std::isfinite(value)) {
         writer.invalidate();
-        writer.writeNull();
         return;
     }
     char buffer[64];
