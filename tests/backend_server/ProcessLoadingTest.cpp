@@ -124,6 +124,12 @@ TEST_F(ProcessLoading, EachProblemIsReportedWithItsFile) {
         {"unknown key in process.json",
          [&] { replaceIn(file("process.json"), "\"firstStep\"", "\"firstStpe\": \"x\", \"firstStep\""); },
          "process.json", "unknown key \"firstStpe\""},
+        {"unknown verification script",
+         [&] {
+             replaceIn(file("process.json"), "\"firstStep\"",
+                       "\"verificationScript\": \"sad\", \"firstStep\"");
+         },
+         "process.json", "\"verificationScript\" must be one of happy, failed"},
         {"first step missing", [&] { replaceIn(file("process.json"), "\"personal-data\"", "\"nowhere\""); },
          "process.json", "\"firstStep\" names \"nowhere\""},
         {"verification without user",

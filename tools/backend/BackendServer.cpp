@@ -7,6 +7,7 @@
 #include "backend/StepEndpoints.h"
 #include "backend/UploadEndpoint.h"
 #include "backend/UploadStorage.h"
+#include "backend/VerificationService.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -51,8 +52,24 @@ void BackendServer::init(const QString& storageDirectory) {
     credit_->addRoutes(*routes_);
     status_->addRoutes(*routes_);
 
+    verification_ =
+        std::make_unique<VerificationService>(processes_, submissions_, storage_->rootDirectory());
+
     listener_ = new HttpListener([this](const BackendRequest& request) { return handle(request); }, this);
     listener_->setLogger(printLine);
+    listener_->setWebSocketFilter([this](const QString& path) {
+        return bool(webSocketHandler_) || VerificationService::servesPath(path);
+    });
+    // Qt hands an upgrade to the WebSocket side only while this signal has a receiver.
+    connect(listener_, &QAbstractHttpServer::newWebSocketConnection, this, [this] {
+        while (listener_->hasPendingWebSocketConnections()) {
+            auto socket = listener_->nextPendingWebSocketConnection();
+            if (webSocketHandler_)
+                webSocketHandler_(std::move(socket));
+            else
+                verification_->accept(std::move(socket));
+        }
+    });
 }
 
 quint16 BackendServer::listen(quint16 port, const QHostAddress& address) {
@@ -87,19 +104,7 @@ void BackendServer::setRequestLogger(std::function<void(const QString&)> logger)
 }
 
 void BackendServer::setWebSocketHandler(std::function<void(std::unique_ptr<QWebSocket>)> handler) {
-    const bool first = !webSocketHandler_;
     webSocketHandler_ = std::move(handler);
-    // Qt hands an upgrade to the WebSocket side only while this signal has a receiver.
-    listener_->setAcceptWebSockets(bool(webSocketHandler_));
-    if (first && webSocketHandler_) {
-        connect(listener_, &QAbstractHttpServer::newWebSocketConnection, this, [this] {
-            while (listener_->hasPendingWebSocketConnections()) {
-                auto socket = listener_->nextPendingWebSocketConnection();
-                if (webSocketHandler_)
-                    webSocketHandler_(std::move(socket));
-            }
-        });
-    }
 }
 
 BackendResponse BackendServer::handle(const BackendRequest& request) {

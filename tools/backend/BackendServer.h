@@ -25,6 +25,7 @@ class StatusEndpoints;
 class StepEndpoints;
 class UploadEndpoint;
 class UploadStorage;
+class VerificationService;
 
 // The reference backend: serves process definitions over the SDK's HTTP interface. Embeddable:
 //
@@ -64,8 +65,9 @@ public:
     // an empty function silences the log.
     void setRequestLogger(std::function<void(const QString&)> logger);
 
-    // Receives WebSocket connections opened on any path of this server. Without a handler an
-    // upgrade request is refused.
+    // Receives WebSocket connections opened on any path of this server, instead of the verification
+    // service. Without a handler, paths ending in "mobile/h264" reach the service (see
+    // VerificationService) and other upgrades are refused; an empty function restores that.
     void setWebSocketHandler(std::function<void(std::unique_ptr<QWebSocket>)> handler);
 
     // Answers one request without a socket: the same routes the listener serves.
@@ -83,6 +85,7 @@ private:
     std::unique_ptr<CreditEndpoints> credit_;
     std::unique_ptr<StatusEndpoints> status_;
     std::unique_ptr<RouteTable> routes_;
+    std::unique_ptr<VerificationService> verification_;
     HttpListener* listener_ = nullptr; // child of this object
     std::function<void(std::unique_ptr<QWebSocket>)> webSocketHandler_;
     QHostAddress address_;

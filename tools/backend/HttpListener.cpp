@@ -101,7 +101,7 @@ bool HttpListener::handleRequest(const QHttpServerRequest& request, QTcpSocket* 
     // true means "take it", and nothing may be written here; false lets missingHandler refuse it.
     if (backendRequest.header("Upgrade").value_or(QByteArray()).compare("websocket", Qt::CaseInsensitive) ==
         0) {
-        if (!acceptWebSockets_)
+        if (!acceptsWebSocket_ || !acceptsWebSocket_(request.url().path()))
             return false;
         log(backendRequest.method, backendRequest.target, 101, 0, timer.nsecsElapsed());
         return true;

@@ -20,8 +20,11 @@ public:
     explicit HttpListener(Handler handler, QObject* parent = nullptr);
 
     void setLogger(Logger logger) { logger_ = std::move(logger); }
-    // Whether WebSocket upgrades are handed to the WebSocket side; without, they are refused.
-    void setAcceptWebSockets(bool accept) { acceptWebSockets_ = accept; }
+    // Which WebSocket upgrades are handed to the WebSocket side, by the request's path; the others,
+    // and all of them without a filter, are refused.
+    void setWebSocketFilter(std::function<bool(const QString& path)> accepts) {
+        acceptsWebSocket_ = std::move(accepts);
+    }
 
     // "POST /step 200 1532 bytes 2.4 ms": the one line logged per request.
     static QString logLine(const QByteArray& method, const QString& target, int status, qint64 bytes,
@@ -39,7 +42,7 @@ private:
 
     Handler handler_;
     Logger logger_;
-    bool acceptWebSockets_ = false;
+    std::function<bool(const QString& path)> acceptsWebSocket_;
 };
 
 } // namespace tessara

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backend/VerificationScript.h"
 #include "tessara/documents/CreditProductJSON.h"
 #include "tessara/documents/SubmissionJSON.h"
 
@@ -30,6 +31,8 @@ struct ProcessDefinition {
     std::vector<CreditProductJSON> products;
     // KYC_ID step -> verification status word -> the step that leaving the verification leads to.
     std::map<QString, std::map<QString, QString>> kycRoutes;
+    // What the verification simulator does with this process's users (see VerificationScript).
+    QString verificationScript = VerificationScript::defaultName();
 
     const StepDefinition* step(const QString& directionId) const {
         const auto it = steps.find(directionId);

@@ -93,10 +93,18 @@ void readProcessFile(const QString& path, ProcessDefinition& process, QStringLis
     process.processId = requireString("processId", true);
     process.name = requireString("name", false);
     process.firstStep = requireString("firstStep", true);
+    if (root->contains("verificationScript")) {
+        const QString script = requireString("verificationScript", false);
+        if (!script.isEmpty() && !VerificationScript::named(script))
+            errors << QStringLiteral("%1: \"verificationScript\" must be one of %2")
+                          .arg(path, VerificationScript::names().join(QStringLiteral(", ")));
+        if (!script.isEmpty())
+            process.verificationScript = script;
+    }
 
     for (auto it = root->begin(); it != root->end(); ++it) {
         if (it.key() != "processId" && it.key() != "name" && it.key() != "firstStep" &&
-            it.key() != "kycRoutes")
+            it.key() != "kycRoutes" && it.key() != "verificationScript")
             errors << QStringLiteral("%1: unknown key %2").arg(path, quoted(it.key()));
     }
 

@@ -76,15 +76,36 @@ nlohmann::json StatusEndpoints::describe(const SubmissionRecord& submission) {
                            {"contentType", text(upload.contentType)},
                            {"storedPath", text(upload.storedPath)}});
     }
-    return {{"submissionId", text(submission.submissionId)},
-            {"processId", text(submission.processId)},
-            {"userHash", text(submission.userHash)},
-            {"hasCallingServiceToken", submission.hasCallingServiceToken},
-            {"createdAt", text(submission.createdAt.toString(Qt::ISODateWithMs))},
-            {"kyc", {{"code", text(submission.kycCode)}, {"message", text(submission.kycMessage)}}},
-            {"steps", std::move(steps)},
-            {"values", std::move(values)},
-            {"uploads", std::move(uploads)}};
+    nlohmann::json result = {
+        {"submissionId", text(submission.submissionId)},
+        {"processId", text(submission.processId)},
+        {"userHash", text(submission.userHash)},
+        {"hasCallingServiceToken", submission.hasCallingServiceToken},
+        {"createdAt", text(submission.createdAt.toString(Qt::ISODateWithMs))},
+        {"kyc", {{"code", text(submission.kycCode)}, {"message", text(submission.kycMessage)}}},
+        {"steps", std::move(steps)},
+        {"values", std::move(values)},
+        {"uploads", std::move(uploads)}};
+    if (const auto& seen = submission.verification) {
+        result["verification"] = {
+            {"script", text(seen->script)},
+            {"attempt", seen->attempt},
+            {"status", text(seen->status)},
+            {"units", seen->units},
+            {"bytes", seen->bytes},
+            {"pictures", seen->pictures},
+            {"width", seen->width},
+            {"height", seen->height},
+            {"keyFrames", seen->keyFrames},
+            {"profile", seen->profile},
+            {"level", seen->level},
+            {"firstPictureMs",
+             seen->firstPictureMs < 0 ? nlohmann::json() : nlohmann::json(seen->firstPictureMs)},
+            {"reconnects", seen->reconnects},
+            {"streamPath", text(seen->streamPath)},
+        };
+    }
+    return result;
 }
 
 } // namespace tessara

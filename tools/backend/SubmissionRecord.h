@@ -1,5 +1,7 @@
 #pragma once
 
+#include "backend/VerificationReport.h"
+
 #include <QDateTime>
 #include <QString>
 #include <optional>
@@ -39,6 +41,8 @@ struct SubmissionRecord {
     std::vector<StoredUpload> uploads;
     QString kycCode;
     QString kycMessage;
+    // Filled in by the verification simulator once the user joins it.
+    std::optional<VerificationReport> verification;
 };
 
 } // namespace tessara
