@@ -21,7 +21,8 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Reference backend for Tessara: serves the process definitions of a folder over the HTTP interface "
-        "the SDK speaks. Every request is logged as one line on standard output."));
+        "the SDK speaks, with a verification-service simulator on the WebSocket paths ending in mobile/h264. "
+        "Every request is logged as one line on standard output."));
     parser.addHelpOption();
     const QCommandLineOption portOption(
         QStringLiteral("port"), QStringLiteral("Port to listen on; 0 picks a free one (default 8080)."),
@@ -35,7 +36,9 @@ int main(int argc, char** argv) {
             .arg(QStringLiteral(TESSARA_DEFAULT_PROCESSES_DIR)),
         QStringLiteral("DIR"), QStringLiteral(TESSARA_DEFAULT_PROCESSES_DIR));
     const QCommandLineOption storageOption(
-        QStringLiteral("storage"), QStringLiteral("Folder for uploaded files (default: a temporary folder)."),
+        QStringLiteral("storage"),
+        QStringLiteral(
+            "Folder for uploaded files and received verification streams (default: a temporary folder)."),
         QStringLiteral("DIR"));
     const QCommandLineOption quietOption(QStringLiteral("quiet"), QStringLiteral("Do not log requests."));
     parser.addOptions({portOption, listenOption, processesOption, storageOption, quietOption});
