@@ -78,8 +78,9 @@ TEST(H264Encoder, ParameterSetsNameBaselineLevel41) {
 // Portrait frames of 1440x1920 come back as 1440x1080 pictures close to their centre band, and a
 // picture after a configure with the same size continues the stream (no new key frame).
 TEST(H264Encoder, RoundTripDecodesTheCentreBandAboveThePsnrFloor) {
-    // QP 26 smooths away most of the +-3 sensor noise; these pictures measure 39.2 to 39.9 dB.
-    constexpr double kPsnrFloor = 37.0;
+    // Measured against the noisy source: QP 26 keeps the scene and smooths much of the sensor
+    // noise, 35.1 to 35.8 dB on these pictures; a wrong band or a broken picture falls far below.
+    constexpr double kPsnrFloor = 33.0;
     H264Encoder encoder(30.0, 2);
     encoder.configure({1440, 1080});
     SyntheticScene scene(SyntheticScene::Subject::document, 1440, 1920);
