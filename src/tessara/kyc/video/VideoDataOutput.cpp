@@ -17,6 +17,11 @@ void VideoDataOutput::setSampleBufferDelegate(std::shared_ptr<SampleBufferDelega
     idle_.notify_all(); // a camera waiting for a detached delegate gives up its frame
 }
 
+void VideoDataOutput::setPreviewSink(PreviewSink sink) {
+    std::lock_guard lock(mutex_);
+    preview_ = std::move(sink);
+}
+
 std::shared_ptr<SampleBufferDelegate> VideoDataOutput::sampleBufferDelegate() const {
     std::lock_guard lock(mutex_);
     return delegate_;
@@ -49,6 +54,8 @@ void VideoDataOutput::receive(VideoFrame frame, bool portrait) {
     SerialQueue* queue = nullptr;
     {
         std::unique_lock lock(mutex_);
+        if (preview_)
+            preview_(frame, portrait, rotation_.load());
         if (!alwaysDiscardsLateVideoFrames.load())
             idle_.wait(lock, [this] { return inFlight_ == 0 || !delegate_; });
         if (!delegate_)

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 
@@ -29,6 +30,12 @@ public:
     void setSampleBufferDelegate(std::shared_ptr<SampleBufferDelegate> delegate, SerialQueue* queue);
     std::shared_ptr<SampleBufferDelegate> sampleBufferDelegate() const;
 
+    // A second reader of every frame, attached or not to a delegate: the on-screen preview. It gets
+    // the frame as the camera made it, with `portrait` and the rotation to turn it upright, on the
+    // camera's thread, and must return at once (keep the frame, draw it elsewhere). Any thread.
+    using PreviewSink = std::function<void(const VideoFrame& frame, bool portrait, int rotation)>;
+    void setPreviewSink(PreviewSink sink);
+
     // The connection's rotation in degrees (90 gives portrait from a landscape sensor).
     void setVideoRotationAngle(int degrees) { rotation_.store(degrees); }
     int videoRotationAngle() const { return rotation_.load(); }
@@ -49,6 +56,7 @@ private:
     std::condition_variable idle_;
     std::shared_ptr<SampleBufferDelegate> delegate_;
     SerialQueue* queue_ = nullptr;
+    PreviewSink preview_;
     int inFlight_ = 0;
     std::atomic<int> rotation_{0};
     std::atomic<int64_t> dropped_{0};
