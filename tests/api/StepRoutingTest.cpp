@@ -2,6 +2,8 @@
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/TSRRootController.h"
 #include "tessara/form/TSRFormController.h"
+#include "tessara/kyc/TSRNativeKYCController.h"
+#include "tessara/platform/HostHooks.h"
 
 namespace tessara::test {
 namespace {
@@ -50,7 +52,30 @@ TEST(MakeStepController, TheDelegateIsHeldWeakly) {
 }
 
 TEST(MakeStepController, IdentityVerificationStepGetsItsScreen) {
-    GTEST_SKIP() << "the identity verification screen lands with its issue";
+    HostHooks::instance().camera = QStringLiteral("synthetic");
+    HostWidget host;
+    TSRViewController current;
+    current.ui = step(QStringLiteral("FORM"), QStringLiteral("d-current"));
+    current.setFormDelegate(&host);
+    SubmissionJSON document = step(QStringLiteral("KYC_ID"), QStringLiteral("d-kyc"));
+    document.settings = SubmissionSettings{};
+    document.settings->userHash = QStringLiteral("u-1");
+    document.settings->streamUrl = QUrl(QStringLiteral("ws://127.0.0.1:9/"));
+
+    std::unique_ptr<TSRViewController> next = current.makeStepController(document);
+    ASSERT_NE(qobject_cast<TSRNativeKYCController*>(next.get()), nullptr);
+    EXPECT_EQ(next->ui, document);
+    EXPECT_EQ(next->formDelegate(), &host);
+    EXPECT_EQ(next->previousDirectionId, QStringLiteral("d-current"));
+}
+
+TEST(MakeStepControllerDeathTest, AVerificationStepWithoutItsSettingsEndsTheProgram) {
+    TSRViewController current;
+    SubmissionJSON document = step(QStringLiteral("KYC_ID"), QStringLiteral("d-kyc"));
+    EXPECT_DEATH(current.makeStepController(document), "no userHash");
+    document.settings = SubmissionSettings{};
+    document.settings->userHash = QStringLiteral("u-1");
+    EXPECT_DEATH(current.makeStepController(document), "no streamUrl");
 }
 
 TEST(MakeStepController, CreditCalculatorStepGetsItsScreen) {
