@@ -3,6 +3,8 @@
 #include "tessara/api/TSRRootController.h"
 #include "tessara/credit/TSRCreditCalculatorController.h"
 #include "tessara/form/TSRFormController.h"
+#include "tessara/kyc/TSRNativeKYCController.h"
+#include "tessara/platform/HostHooks.h"
 
 namespace tessara::test {
 namespace {
@@ -63,10 +65,31 @@ TEST(MakeStepController, CreditCalculatorStepGetsItsScreen) {
     EXPECT_EQ(next->previousDirectionId, QStringLiteral("d-current"));
 }
 
-TEST(MakeStepControllerDeathTest, AnIdentityVerificationStepEndsTheProgramWithoutItsScreen) {
+TEST(MakeStepController, IdentityVerificationStepGetsItsScreen) {
+    HostHooks::instance().camera = QStringLiteral("synthetic");
+    HostWidget host;
     TSRViewController current;
-    EXPECT_DEATH(current.makeStepController(step(QStringLiteral("KYC_ID"), QStringLiteral("d-kyc"))),
-                 "The TSRNativeKYCController screen is not available in this build");
+    current.ui = step(QStringLiteral("FORM"), QStringLiteral("d-current"));
+    current.setFormDelegate(&host);
+    SubmissionJSON document = step(QStringLiteral("KYC_ID"), QStringLiteral("d-kyc"));
+    document.settings = SubmissionSettings{};
+    document.settings->userHash = QStringLiteral("u-1");
+    document.settings->streamUrl = QUrl(QStringLiteral("ws://127.0.0.1:9/"));
+
+    std::unique_ptr<TSRViewController> next = current.makeStepController(document);
+    ASSERT_NE(qobject_cast<TSRNativeKYCController*>(next.get()), nullptr);
+    EXPECT_EQ(next->ui, document);
+    EXPECT_EQ(next->formDelegate(), &host);
+    EXPECT_EQ(next->previousDirectionId, QStringLiteral("d-current"));
+}
+
+TEST(MakeStepControllerDeathTest, AVerificationStepWithoutItsSettingsEndsTheProgram) {
+    TSRViewController current;
+    SubmissionJSON document = step(QStringLiteral("KYC_ID"), QStringLiteral("d-kyc"));
+    EXPECT_DEATH(current.makeStepController(document), "no userHash");
+    document.settings = SubmissionSettings{};
+    document.settings->userHash = QStringLiteral("u-1");
+    EXPECT_DEATH(current.makeStepController(document), "no streamUrl");
 }
 
 TEST(MakeStepControllerDeathTest, ADocumentWithoutTypeEndsTheProgram) {

@@ -152,6 +152,46 @@ QList<CommandSpec> makeCommands() {
                       QStringLiteral("N"))},
          {QStringLiteral("user-hash")},
          false});
+    commands.append(
+        {QStringLiteral("encode"),
+         QStringLiteral("OUT.h264 [--camera synthetic|file:PATH] [--size WxH] [--position back|front] "
+                        "[--frames N] [--fps F] [--realtime]"),
+         QStringLiteral(
+             "Run a camera through the SDK's capture, H.264 encoder and framing; write the stream."),
+         QStringLiteral(
+             "Runs the SDK's capture manager, encoder and stream framing on a camera and writes every "
+             "message's bytes, in order, to OUT.h264: an H.264 elementary stream (constrained baseline, "
+             "level 4.1, 1440x1080 from a 1920x1440 camera format, SPS and PPS before every key frame, a "
+             "key frame at least every 60 pictures).\n"
+             "The synthetic camera draws a document card (back) or a face (front) with hand motion and "
+             "sensor noise; by default it offers a phone camera's formats, with --size WxH only the "
+             "format whose upright frames are WxH. A file camera plays raw NV12 frames of WxH (default "
+             "1440x1920, already upright) in a loop. Without --realtime frames are made as fast as the "
+             "encoder takes them; with it they come at F per second.\n"
+             "Prints a summary on standard output, one \"name: value\" line each:\n"
+             "  pictures: N\n"
+             "  units: N                        messages written (one unit each)\n"
+             "  bytes: N\n"
+             "  key frames: N at I I ...        picture numbers of the key frames, from 0\n"
+             "  largest key frame spacing: N    pictures between consecutive key frames (- for one)\n"
+             "  bit rate: R kbit/s at F fps\n"
+             "  encode time per picture: median T ms, p99 T ms\n"
+             "  capture to message: median T ms, p99 T ms\n"
+             "A camera the SDK cannot use (no format of at least 1920x1440 in 4:3 NV12, an unreadable "
+             "file) ends with a message on standard error and exit status 1."),
+         {QStringLiteral("OUT.h264")},
+         {valueOption(QStringLiteral("camera"), QStringLiteral("synthetic (default) or file:PATH."),
+                      QStringLiteral("CAMERA")),
+          valueOption(QStringLiteral("size"), QStringLiteral("Upright frame size, e.g. 1440x1920."),
+                      QStringLiteral("WxH")),
+          valueOption(QStringLiteral("position"), QStringLiteral("back (default) or front."),
+                      QStringLiteral("POSITION")),
+          valueOption(QStringLiteral("frames"), QStringLiteral("Pictures to encode (default 150)."),
+                      QStringLiteral("N")),
+          valueOption(QStringLiteral("fps"), QStringLiteral("Frame rate (default 30)."), QStringLiteral("F")),
+          QCommandLineOption(QStringLiteral("realtime"), QStringLiteral("Pace the camera at F per second."))},
+         {},
+         false});
     return commands;
 }
 

@@ -1,6 +1,7 @@
 #include "TessaraTool.h"
 
 #include "DocumentKind.h"
+#include "EncodeCommand.h"
 #include "ListenCommand.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/documents/JsonCoding.h"
@@ -105,6 +106,8 @@ int TessaraTool::run() {
         return runDecode();
     if (name == QLatin1String("listen"))
         return runListen();
+    if (name == QLatin1String("encode"))
+        return runEncode();
     if (name == QLatin1String("start")) {
         SubmissionCreateDTO dto{args[0], std::nullopt};
         if (parser_.isSet(QStringLiteral("token")))
@@ -223,6 +226,45 @@ int TessaraTool::runListen() {
             return usageError(QStringLiteral("--seconds wants a positive number of seconds."));
     }
     return ListenCommand(streamUrl, parser_.value(QStringLiteral("user-hash")), seconds).run();
+}
+
+int TessaraTool::runEncode() {
+    EncodeCommand::Options options;
+    options.output = parser_.positionalArguments().at(0);
+    const QString camera = parser_.value(QStringLiteral("camera"));
+    if (camera.startsWith(QLatin1String("file:")) && camera.size() > 5)
+        options.filePath = camera.mid(5);
+    else if (!camera.isEmpty() && camera != QLatin1String("synthetic"))
+        return usageError(QStringLiteral("--camera is synthetic or file:PATH."));
+    if (parser_.isSet(QStringLiteral("size"))) {
+        const auto match = QRegularExpression(QStringLiteral("^(\\d+)x(\\d+)$"))
+                               .match(parser_.value(QStringLiteral("size")));
+        const int width = match.captured(1).toInt(), height = match.captured(2).toInt();
+        if (!match.hasMatch() || width < 16 || height < 16 || width % 2 || height % 2)
+            return usageError(
+                QStringLiteral("--size wants WxH with even sides of at least 16, e.g. 1440x1920."));
+        options.width = width;
+        options.height = height;
+    }
+    const QString position = parser_.value(QStringLiteral("position"));
+    if (position == QLatin1String("front"))
+        options.position = CapturePosition::front;
+    else if (!position.isEmpty() && position != QLatin1String("back"))
+        return usageError(QStringLiteral("--position is back or front."));
+    if (parser_.isSet(QStringLiteral("frames"))) {
+        const auto frames = readInteger(parser_.value(QStringLiteral("frames")));
+        if (!frames || *frames < 1)
+            return usageError(QStringLiteral("--frames wants a positive whole number."));
+        options.frames = *frames;
+    }
+    if (parser_.isSet(QStringLiteral("fps"))) {
+        bool ok = false;
+        options.fps = parser_.value(QStringLiteral("fps")).toDouble(&ok);
+        if (!ok || !(options.fps >= 1 && options.fps <= 240))
+            return usageError(QStringLiteral("--fps wants a rate from 1 to 240."));
+    }
+    options.realtime = parser_.isSet(QStringLiteral("realtime"));
+    return EncodeCommand(options).run();
 }
 
 int TessaraTool::runNetwork(const std::function<void(const Finish&)>& call) {

@@ -25,6 +25,7 @@ private:
     int usageError(const QString& message) const;
     int runDecode();
     int runListen();
+    int runEncode();
     // Configures the client from --backend, starts `call`, and waits for it to finish or
     // for --timeout to run out.
     int runNetwork(const std::function<void(const Finish&)>& call);

@@ -34,7 +34,7 @@ void TSRViewController::setFormDelegate(TSRDelegate* delegate) {
 std::unique_ptr<TSRViewController> TSRViewController::makeStepController(const SubmissionJSON& document) {
     if (!document.type)
         fatalError(QStringLiteral("Form type is nil."));
-    std::unique_ptr<TSRViewController> screen = StepRouter::makeScreen(*document.type);
+    std::unique_ptr<TSRViewController> screen = StepRouter::makeScreen(document);
     screen->ui = document;
     screen->setFormDelegate(formDelegate());
     screen->previousDirectionId = ui ? ui->directionId : std::nullopt;

@@ -20,4 +20,11 @@ bool HostHooks::open(const QUrl& url) {
     return openUrl ? openUrl(url) : QDesktopServices::openUrl(url);
 }
 
+void HostHooks::disableIdleTimer(bool disabled) {
+    ++idleTimerCount;
+    idleTimerDisabled = disabled;
+    if (setIdleTimerDisabled)
+        setIdleTimerDisabled(disabled);
+}
+
 } // namespace tessara

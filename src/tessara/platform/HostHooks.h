@@ -3,7 +3,6 @@
 #include <QString>
 #include <QStringList>
 #include <QUrl>
-
 #include <functional>
 
 namespace tessara {
@@ -18,6 +17,9 @@ struct HostHooks {
     std::function<void(bool)> setIdleTimerDisabled;
     // Opens an external URL; defaults to QDesktopServices::openUrl.
     std::function<bool(const QUrl&)> openUrl;
+    // Which camera the verification step films with: "system" (the device's camera),
+    // "synthetic" (a drawn document and face) or "file:PATH" (raw NV12 frames played in a loop).
+    QString camera = QStringLiteral("system");
     // URL of the system settings page for camera permission, if the platform has one.
     QUrl settingsUrl;
     // The host application's own localisations, most preferred first (default none).
@@ -27,11 +29,15 @@ struct HostHooks {
 
     int hapticCount = 0;
     int openUrlCount = 0;
+    // The last idle-timer wish and how many times it was expressed.
+    bool idleTimerDisabled = false;
+    int idleTimerCount = 0;
 
     static HostHooks& instance();
 
     void fireHaptic();
     bool open(const QUrl& url);
+    void disableIdleTimer(bool disabled);
 };
 
 } // namespace tessara

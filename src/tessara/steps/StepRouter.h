@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "tessara/documents/SubmissionJSON.h"
+
 #include <memory>
 
 namespace tessara {
@@ -13,9 +14,11 @@ class StepRouter {
 public:
     StepRouter() = delete;
 
-    // A new, empty screen for a step of `type` (the document's "type", compared exactly):
-    // "KYC_ID" and "CREDIT_CALCULATOR" have screens of their own, every other type is a form.
-    static std::unique_ptr<TSRViewController> makeScreen(const QString& type);
+    // A new screen for `document`, chosen by its "type" (compared exactly): "KYC_ID" and
+    // "CREDIT_CALCULATOR" have screens of their own, every other type is a form. The verification
+    // screen takes the document as it is made (and may end the program over it); the caller still
+    // hands every screen its document and delegate.
+    static std::unique_ptr<TSRViewController> makeScreen(const SubmissionJSON& document);
 };
 
 } // namespace tessara
