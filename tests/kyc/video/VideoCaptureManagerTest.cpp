@@ -1,6 +1,8 @@
 #include "CaptureTestSupport.h"
 #include "tessara/kyc/video/GeneratedCaptureDevice.h"
+#include "tessara/kyc/video/QtCaptureSystem.h"
 
+#include <QMediaDevices>
 #include <QTest>
 #include <gtest/gtest.h>
 #include <optional>
@@ -173,6 +175,15 @@ TEST(VideoCaptureManager, WithoutACameraConfigurationFails) {
     c.manager->startRunning({});
     settle(*c.manager);
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "configuration failed\n");
+}
+
+// The system camera's route on a machine without one: no default device, configuration fails.
+TEST(VideoCaptureManager, TheSystemCameraWithoutACameraFailsConfiguration) {
+    if (!QMediaDevices::videoInputs().isEmpty())
+        GTEST_SKIP() << "this machine has a camera";
+    VideoCaptureManager manager(std::make_shared<QtCaptureSystem>(), nullptr, CapturePosition::back, 30.0);
+    settle(manager);
+    EXPECT_EQ(manager.setupResult(), SessionSetupResult::configurationFailed);
 }
 
 // A running session hands portrait frames to the delegate on the output queue; a camera change

@@ -57,6 +57,10 @@ void H264Encoder::configure(VideoDimensions dimensions) {
     if (WelsCreateSVCEncoder(&raw) != 0 || raw == nullptr)
         throw Error(ConfigurationError::cannotCreateSession);
     std::unique_ptr<ISVCEncoder, void (*)(ISVCEncoder*)> created(raw, WelsDestroySVCEncoder);
+    // The library's own warnings would land on the host's standard error; failures still come back
+    // as results and are logged in the SDK's category.
+    int traceLevel = WELS_LOG_ERROR;
+    raw->SetOption(ENCODER_OPTION_TRACE_LEVEL, &traceLevel);
 
     const SEncParamExt parameters = H264EncoderParameters::make(dimensions, frameRate_, cores_);
     if (raw->InitializeExt(&parameters) != cmResultSuccess)

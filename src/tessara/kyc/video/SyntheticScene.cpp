@@ -17,7 +17,7 @@ uint32_t xorshift(uint32_t& state) {
 
 } // namespace
 
-SyntheticScene::SyntheticScene(Subject subject, int width, int height, uint32_t seed)
+SyntheticScene::SyntheticScene(Subject subject, int width, int height, uint32_t seed, int noise)
     : subject_(subject)
     , width_(width & ~1)
     , height_(height & ~1)
@@ -41,12 +41,12 @@ SyntheticScene::SyntheticScene(Subject subject, int width, int height, uint32_t 
         drawFace();
 
     // Fine texture (paper grain, skin, wall) that moves with the scene, so motion costs bits as it
-    // does on a camera, then sensor noise of about 2.6 levels that changes every picture.
+    // does on a camera, then sensor noise that changes every picture.
     for (uint8_t& pixel : luma_)
         pixel = uint8_t(std::clamp(int(pixel) + int(xorshift(random_) % 13) - 6, 16, 235));
     noise_.resize(size_t(width_) * 64 + 4096);
     for (int8_t& n : noise_)
-        n = int8_t(int(xorshift(random_) % 9) - 4);
+        n = int8_t(int(xorshift(random_) % unsigned(2 * noise + 1)) - noise);
 }
 
 void SyntheticScene::fillRect(int x, int y, int w, int h, uint8_t luma, uint8_t u, uint8_t v) {

@@ -15,7 +15,9 @@ class SyntheticScene {
 public:
     enum class Subject { document, face };
 
-    SyntheticScene(Subject subject, int width, int height, uint32_t seed = 1);
+    // `noise` is the largest sensor noise in luma levels (uniform, so about noise / 1.7 rms): 4 is
+    // a phone in good light, 12 one in a dim room.
+    SyntheticScene(Subject subject, int width, int height, uint32_t seed = 1, int noise = 4);
 
     // Picture number `index` (motion follows the index, so a given index always looks alike apart
     // from the noise).
