@@ -105,8 +105,8 @@ TEST(Multipart, AnUnencodableRecordMakesNoRequest) {
     const TSRFile file{QByteArray("x"), mime("text/plain"), QStringLiteral("a.txt"), true};
     // An unpaired surrogate cannot become UTF-8 JSON text.
     const UploadFileDTO broken{QString(QChar(0xD800)), QStringLiteral("k"), QStringLiteral("d")};
-    EXPECT_FALSE(TSRNetwork::shared().transport().makeUploadRequest(TSRHTTPMethod::post,
-                                                        QStringLiteral("/step/uploadFile"), file, broken));
+    EXPECT_FALSE(TSRNetwork::shared().transport().makeUploadRequest(
+        TSRHTTPMethod::post, QStringLiteral("/step/uploadFile"), file, broken));
 }
 
 TEST(MultipartDeathTest, TakingTheBodyBeforeFinalizingEndsTheProgram) {

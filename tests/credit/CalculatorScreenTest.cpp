@@ -1,6 +1,7 @@
 #include "CalculatorTestSupport.h"
 #include "tessara/ui/Alert.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
@@ -25,9 +26,9 @@ const QByteArray kAllValueFields =
 
 SubmissionJSON singleProductStep(const QByteArray& fields = kAllValueFields,
                                  const QByteArray& products = kProduct5) {
-    return calculatorStep(R"({"type":"CREDIT_CALCULATOR","submissionId":"sub-1","directionId":"calc",)"
-                          R"("settings":{"calculatorSubmitDirectionStepId":"next"},"fields":[)" +
-                          fields + R"(],"creditProducts":[)" + products + "]}");
+    return decodeStep(R"({"type":"CREDIT_CALCULATOR","submissionId":"sub-1","directionId":"calc",)"
+                      R"("settings":{"calculatorSubmitDirectionStepId":"next"},"fields":[)" +
+                      fields + R"(],"creditProducts":[)" + products + "]}");
 }
 
 QAction* checkedAction(QMenu* menu) {
