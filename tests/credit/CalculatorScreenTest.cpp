@@ -168,6 +168,17 @@ TEST(CalculatorScreen, AnAmountInAGapBetweenRangesShowsTheErrorAlert) {
     alert->buttons().first()->click();
 }
 
+TEST(CalculatorScreen, APlanThatArrivesAfterTheScreenIsGoneIsDropped) {
+    CalculatorBackend backend;
+    backend.planDelayMs = 200;
+    {
+        CalculatorScreen screen(singleProductStep());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return backend.count("/installmentDetails") == 1; }));
+    }
+    QTest::qWait(400); // the answer comes with no screen left to show it
+    EXPECT_EQ(backend.count("/installmentDetails"), 1);
+}
+
 TEST(CalculatorScreen, CloseAsksFirstAndReportsTheStep) {
     CalculatorBackend backend;
     RecordingDelegate delegate;

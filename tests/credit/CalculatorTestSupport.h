@@ -20,12 +20,13 @@ struct CalculatorBackend {
     QByteArray datesBody = R"({"productId":"5","defaultFirstInstallmentDate":"2030-03-20",)"
                            R"("availableDates":["2030-03-25","2030-03-15"]})";
     int datesStatus = 200;
+    int planDelayMs = 0;
 
     CalculatorBackend() {
         server.setHandler([this](const RecordedRequest& request) {
             const QByteArray path = request.path();
             if (path.endsWith("/installmentDetails"))
-                return CannedResponse::json(200, planBody);
+                return CannedResponse::json(200, planBody).afterMs(planDelayMs);
             if (path.endsWith("/installmentDates"))
                 return datesStatus == 200 ? CannedResponse::json(200, datesBody)
                                           : CannedResponse::noBody(datesStatus);
