@@ -4,8 +4,8 @@
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/api/TSRRootController.h"
 #include "tessara/api/Tessara.h"
-#include "tessara/ui/WidgetFade.h"
 #include "tessara/ui/ActivityIndicator.h"
+#include "tessara/ui/WidgetFade.h"
 
 #include <QGraphicsOpacityEffect>
 #include <QLabel>

@@ -224,19 +224,5 @@ TEST(PrepareStepDeathTest, MalformedSectionsEndTheProgram) {
     }
 }
 
-TEST(PrepareStepDeathTest, AnEmptySectionAnswerEndsTheProgram) {
-    EXPECT_DEATH(
-        {
-            LoopbackHttpServer server;
-            server.setHandler([](const RecordedRequest&) { return CannedResponse::json(200, "[]"); });
-            useServer(server);
-            Preparation preparation;
-            preparation.run(
-                decodeStep(R"({"type":"FORM","submissionId":"s","fields":[{"type":"SECTION","key":"a"}]})"));
-            preparation.wait();
-        },
-        "no step document");
-}
-
 } // namespace
 } // namespace tessara::test

@@ -17,18 +17,30 @@ SubmissionJSON step(const QString& type, const QString& directionId) {
     return document;
 }
 
-TEST(MakeStepController, EveryOrdinaryTypeIsAFormThatInheritsFromTheCurrentScreen) {
+TEST(MakeStepController, EachTypeGetsItsScreenWhichInheritsFromTheCurrentOne) {
+    HostHooks::instance().camera = QStringLiteral("synthetic");
     HostWidget host;
     for (const QString& type : {QStringLiteral("FORM"), QStringLiteral("SELFIE"), QStringLiteral("DOC_DATA"),
-                                QStringLiteral("kyc_id"), QStringLiteral("KYC_ID "), QStringLiteral("")}) {
+                                QStringLiteral("kyc_id"), QStringLiteral("KYC_ID "), QStringLiteral(""),
+                                QStringLiteral("CREDIT_CALCULATOR"), QStringLiteral("KYC_ID")}) {
         SCOPED_TRACE(type.toStdString());
         TSRViewController current;
         current.ui = step(QStringLiteral("FORM"), QStringLiteral("d-current"));
         current.setFormDelegate(&host);
 
-        const SubmissionJSON document = step(type, QStringLiteral("d-next"));
+        SubmissionJSON document = step(type, QStringLiteral("d-next"));
+        if (type == QLatin1String("KYC_ID")) {
+            document.settings = SubmissionSettings{};
+            document.settings->userHash = QStringLiteral("u-1");
+            document.settings->streamUrl = QUrl(QStringLiteral("ws://127.0.0.1:9/"));
+        }
         std::unique_ptr<TSRViewController> next = current.makeStepController(document);
-        ASSERT_NE(qobject_cast<TSRFormController*>(next.get()), nullptr);
+        if (type == QLatin1String("CREDIT_CALCULATOR"))
+            EXPECT_NE(qobject_cast<TSRCreditCalculatorController*>(next.get()), nullptr);
+        else if (type == QLatin1String("KYC_ID"))
+            EXPECT_NE(qobject_cast<TSRNativeKYCController*>(next.get()), nullptr);
+        else
+            EXPECT_NE(qobject_cast<TSRFormController*>(next.get()), nullptr);
         EXPECT_EQ(next->ui, document);
         EXPECT_EQ(next->formDelegate(), &host);
         EXPECT_EQ(next->previousDirectionId, QStringLiteral("d-current"));
@@ -50,37 +62,6 @@ TEST(MakeStepController, TheDelegateIsHeldWeakly) {
         EXPECT_EQ(current.formDelegate(), &host);
     }
     EXPECT_EQ(current.formDelegate(), nullptr);
-}
-
-TEST(MakeStepController, CreditCalculatorStepGetsItsScreen) {
-    HostWidget host;
-    TSRViewController current;
-    current.ui = step(QStringLiteral("FORM"), QStringLiteral("d-current"));
-    current.setFormDelegate(&host);
-    const SubmissionJSON document = step(QStringLiteral("CREDIT_CALCULATOR"), QStringLiteral("d-calc"));
-    std::unique_ptr<TSRViewController> next = current.makeStepController(document);
-    ASSERT_NE(qobject_cast<TSRCreditCalculatorController*>(next.get()), nullptr);
-    EXPECT_EQ(next->ui, document);
-    EXPECT_EQ(next->formDelegate(), &host);
-    EXPECT_EQ(next->previousDirectionId, QStringLiteral("d-current"));
-}
-
-TEST(MakeStepController, IdentityVerificationStepGetsItsScreen) {
-    HostHooks::instance().camera = QStringLiteral("synthetic");
-    HostWidget host;
-    TSRViewController current;
-    current.ui = step(QStringLiteral("FORM"), QStringLiteral("d-current"));
-    current.setFormDelegate(&host);
-    SubmissionJSON document = step(QStringLiteral("KYC_ID"), QStringLiteral("d-kyc"));
-    document.settings = SubmissionSettings{};
-    document.settings->userHash = QStringLiteral("u-1");
-    document.settings->streamUrl = QUrl(QStringLiteral("ws://127.0.0.1:9/"));
-
-    std::unique_ptr<TSRViewController> next = current.makeStepController(document);
-    ASSERT_NE(qobject_cast<TSRNativeKYCController*>(next.get()), nullptr);
-    EXPECT_EQ(next->ui, document);
-    EXPECT_EQ(next->formDelegate(), &host);
-    EXPECT_EQ(next->previousDirectionId, QStringLiteral("d-current"));
 }
 
 TEST(MakeStepControllerDeathTest, AVerificationStepWithoutItsSettingsEndsTheProgram) {

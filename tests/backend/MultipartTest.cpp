@@ -87,26 +87,12 @@ TEST(Multipart, EveryUploadHasItsOwnBoundary) {
     EXPECT_EQ(boundaries.size(), 50);
 }
 
-TEST(Multipart, UploadRequestKeepsTheDefaultHeadersAndAppendsItsContentType) {
-    const TSRFile file{QByteArray("x"), mime("text/plain"), QStringLiteral("a.txt"), true};
-    const auto request = TSRNetwork::shared().transport().makeUploadRequest(
-        TSRHTTPMethod::post, QStringLiteral("/step/uploadFile"), file, kDto);
-    ASSERT_TRUE(request && request->headers);
-    QStringList fields;
-    for (const TSRHTTPHeader& header : *request->headers)
-        fields.append(header.field);
-    EXPECT_EQ(fields,
-              (QStringList{"Accept", "Accept-Encoding", "Accept-Language", "User-Agent", "Content-Type"}));
-    EXPECT_TRUE(request->headers->last().value.startsWith(
-        QStringLiteral("multipart/form-data; boundary=----TessaraFormBoundary")));
-}
-
 TEST(Multipart, AnUnencodableRecordMakesNoRequest) {
     const TSRFile file{QByteArray("x"), mime("text/plain"), QStringLiteral("a.txt"), true};
     // An unpaired surrogate cannot become UTF-8 JSON text.
     const UploadFileDTO broken{QString(QChar(0xD800)), QStringLiteral("k"), QStringLiteral("d")};
-    EXPECT_FALSE(TSRNetwork::shared().transport().makeUploadRequest(TSRHTTPMethod::post,
-                                                        QStringLiteral("/step/uploadFile"), file, broken));
+    EXPECT_FALSE(TSRNetwork::shared().transport().makeUploadRequest(
+        TSRHTTPMethod::post, QStringLiteral("/step/uploadFile"), file, broken));
 }
 
 TEST(MultipartDeathTest, TakingTheBodyBeforeFinalizingEndsTheProgram) {

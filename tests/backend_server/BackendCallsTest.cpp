@@ -22,6 +22,11 @@ TSRFile fileOf(QByteArray data, const char* mime, const char* name) {
     return {std::move(data), QMimeDatabase().mimeTypeForName(QLatin1String(mime)), QLatin1String(name), true};
 }
 
+// A client call for a table of refusals: the backend's message, or nullopt when not refused so.
+template <typename T, typename Call> std::function<std::optional<QString>()> refused(Call call) {
+    return [call] { return backendMessage(awaitResult<T>(call)); };
+}
+
 } // namespace
 
 using BackendCalls = ServedSample;
@@ -31,6 +36,10 @@ TEST_F(BackendCalls, RefusedCallsCarryAMessageTheClientShows) {
     ASSERT_TRUE(first.isSuccess());
     const QString id = *first.value().submissionId;
     auto& client = TSRNetwork::shared();
+    const TSRFile pdf = fileOf("%PDF-1.4", "application/pdf", "a.pdf");
+    const auto upload = [&](const QString& key, const char* step) {
+        return UploadFileDTO{id, key, QLatin1String(step)};
+    };
 
     struct Case {
         const char* name;
@@ -48,70 +57,41 @@ TEST_F(BackendCalls, RefusedCallsCarryAMessageTheClientShows) {
              return backendMessage(submit(id, QStringLiteral("nowhere"), QStringLiteral("personal-data")));
          },
          "Непозната стъпка \"nowhere\""},
-        {"unknown section",
-         [&] {
-             return backendMessage(awaitResult<SubmissionJSON>(
-                 [&](auto done) { client.loadSection(id, QStringLiteral("noSection"), done); }));
-         },
+        {"unknown section", refused<SubmissionJSON>([&](auto done) {
+             client.loadSection(id, QStringLiteral("noSection"), done);
+         }),
          "Непозната секция"},
         {"step nobody reached",
-         [&] {
-             return backendMessage(awaitResult<SubmissionJSON>(
-                 [&](auto done) { client.loadCurrentStep(QStringLiteral("closing"), done); }));
-         },
+         refused<SubmissionJSON>([&](auto done) { client.loadCurrentStep(QStringLiteral("closing"), done); }),
          "Няма заявка, която да е достигнала стъпка \"closing\""},
         {"dates of an unknown product",
-         [&] {
-             return backendMessage(awaitResult<CreditInstalmentDatesJSON>(
-                 [&](auto done) { client.fetchInstalmentDates(999, done); }));
-         },
+         refused<CreditInstalmentDatesJSON>([&](auto done) { client.fetchInstalmentDates(999, done); }),
          "Непознат кредитен продукт: 999"},
-        {"amount outside the period's range",
-         [&] {
-             return backendMessage(awaitResult<CreditInstalmentDetailsJSON>([&](auto done) {
-                 client.fetchInstalmentDetails(InstalmentDetailsDTO{101, dec("999.99"), 12}, done);
-             }));
-         },
+        {"amount outside the period's range", refused<CreditInstalmentDetailsJSON>([&](auto done) {
+             client.fetchInstalmentDetails(InstalmentDetailsDTO{101, dec("999.99"), 12}, done);
+         }),
          "между 1000 и 10000"},
-        {"period the product does not offer",
-         [&] {
-             return backendMessage(awaitResult<CreditInstalmentDetailsJSON>([&](auto done) {
-                 client.fetchInstalmentDetails(InstalmentDetailsDTO{101, dec("5000"), 7}, done);
-             }));
-         },
+        {"period the product does not offer", refused<CreditInstalmentDetailsJSON>([&](auto done) {
+             client.fetchInstalmentDetails(InstalmentDetailsDTO{101, dec("5000"), 7}, done);
+         }),
          "не се предлага за 7 вноски"},
-        {"status asked with another user's hash",
-         [&] {
-             return backendMessage(awaitResult<KYCStatusJSON>(
-                 [&](auto done) { client.requestKYCStatus(id, QStringLiteral("0123"), done); }));
-         },
+        {"status asked with another user's hash", refused<KYCStatusJSON>([&](auto done) {
+             client.requestKYCStatus(id, QStringLiteral("0123"), done);
+         }),
          "Потребителят не отговаря"},
-        {"upload to a field that takes no file",
-         [&] {
-             return backendMessage(awaitResult<void>([&](auto done) {
-                 client.uploadFile(fileOf("%PDF-1.4", "application/pdf", "a.pdf"),
-                                   UploadFileDTO{id, QStringLiteral("egn"), QStringLiteral("personal-data")},
-                                   done);
-             }));
-         },
+        {"upload to a field that takes no file", refused<void>([&](auto done) {
+             client.uploadFile(pdf, upload(QStringLiteral("egn"), "personal-data"), done);
+         }),
          "няма поле за файл \"egn\""},
-        {"upload of a type the field refuses",
-         [&] {
-             return backendMessage(awaitResult<void>([&](auto done) {
-                 client.uploadFile(
-                     fileOf("plain words", "text/plain", "notes.txt"),
-                     UploadFileDTO{id, QStringLiteral("incomeDocument"), QStringLiteral("documents")}, done);
-             }));
-         },
+        {"upload of a type the field refuses", refused<void>([&](auto done) {
+             client.uploadFile(fileOf("plain words", "text/plain", "notes.txt"),
+                               upload(QStringLiteral("incomeDocument"), "documents"), done);
+         }),
          "Приемат се само файлове PDF и JPEG."},
-        {"upload above the size limit",
-         [&] {
-             return backendMessage(awaitResult<void>([&](auto done) {
-                 client.uploadFile(
-                     fileOf(QByteArray(5 * 1048576 + 1, 'x'), "application/pdf", "big.pdf"),
-                     UploadFileDTO{id, QStringLiteral("incomeDocument"), QStringLiteral("documents")}, done);
-             }));
-         },
+        {"upload above the size limit", refused<void>([&](auto done) {
+             client.uploadFile(fileOf(QByteArray(5 * 1048576 + 1, 'x'), "application/pdf", "big.pdf"),
+                               upload(QStringLiteral("incomeDocument"), "documents"), done);
+         }),
          "по-голям от 5 MB"},
     };
     for (const Case& c : cases) {
@@ -123,8 +103,7 @@ TEST_F(BackendCalls, RefusedCallsCarryAMessageTheClientShows) {
     // A file exactly at the limit is accepted, as the client accepts it.
     const auto atLimit = awaitResult<void>([&](auto done) {
         client.uploadFile(fileOf(QByteArray(5 * 1048576, 'x'), "image/jpeg", "scan.jpeg"),
-                          UploadFileDTO{id, QStringLiteral("incomeDocument"), QStringLiteral("documents")},
-                          done);
+                          upload(QStringLiteral("incomeDocument"), "documents"), done);
     });
     EXPECT_TRUE(atLimit.isSuccess());
 }

@@ -1,6 +1,7 @@
 #include "CalculatorTestSupport.h"
 #include "tessara/ui/Alert.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
@@ -25,9 +26,9 @@ const QByteArray kAllValueFields =
 
 SubmissionJSON singleProductStep(const QByteArray& fields = kAllValueFields,
                                  const QByteArray& products = kProduct5) {
-    return calculatorStep(R"({"type":"CREDIT_CALCULATOR","submissionId":"sub-1","directionId":"calc",)"
-                          R"("settings":{"calculatorSubmitDirectionStepId":"next"},"fields":[)" +
-                          fields + R"(],"creditProducts":[)" + products + "]}");
+    return decodeStep(R"({"type":"CREDIT_CALCULATOR","submissionId":"sub-1","directionId":"calc",)"
+                      R"("settings":{"calculatorSubmitDirectionStepId":"next"},"fields":[)" +
+                      fields + R"(],"creditProducts":[)" + products + "]}");
 }
 
 QAction* checkedAction(QMenu* menu) {
@@ -165,6 +166,17 @@ TEST(CalculatorScreen, AnAmountInAGapBetweenRangesShowsTheErrorAlert) {
     EXPECT_EQ(alert->buttons().first()->text(), QStringLiteral("OK"));
     EXPECT_EQ(calculator->periodSlider()->maximumValue(), periodMax);
     alert->buttons().first()->click();
+}
+
+TEST(CalculatorScreen, APlanThatArrivesAfterTheScreenIsGoneIsDropped) {
+    CalculatorBackend backend;
+    backend.planDelayMs = 200;
+    {
+        CalculatorScreen screen(singleProductStep());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return backend.count("/installmentDetails") == 1; }));
+    }
+    QTest::qWait(400); // the answer comes with no screen left to show it
+    EXPECT_EQ(backend.count("/installmentDetails"), 1);
 }
 
 TEST(CalculatorScreen, CloseAsksFirstAndReportsTheStep) {

@@ -1,31 +1,15 @@
 #pragma once
 
 #include "support/LoopbackHttpServer.h"
-#include "tessara/api/TSRDelegate.h"
-#include "tessara/api/TSRNavigationBar.h"
-#include "tessara/api/TSRNavigationViewController.h"
+#include "support/ScreenOnPhone.h"
+#include "support/TestHelpers.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/credit/TSRCreditCalculatorController.h"
-#include "tessara/documents/JsonCoding.h"
 
-#include <QAbstractButton>
 #include <QTest>
 #include <gtest/gtest.h>
 
 namespace tessara::test {
-
-class RecordingDelegate : public TSRDelegate {
-public:
-    void closedFormOnStepWithId(const QString& directionId) override { closedSteps.push_back(directionId); }
-    std::vector<QString> closedSteps;
-};
-
-inline SubmissionJSON calculatorStep(const QByteArray& json) {
-    auto document = decodeDocument<SubmissionJSON>(json);
-    if (!document)
-        ADD_FAILURE() << "test document does not decode: " << json.constData();
-    return document.value_or(SubmissionJSON{});
-}
 
 // A backend for the calculator: plans echo the amount and period with fixed sums, dates come
 // from `datesBody` (or fail with `datesStatus`), a submitted step answers an empty form.
@@ -36,12 +20,13 @@ struct CalculatorBackend {
     QByteArray datesBody = R"({"productId":"5","defaultFirstInstallmentDate":"2030-03-20",)"
                            R"("availableDates":["2030-03-25","2030-03-15"]})";
     int datesStatus = 200;
+    int planDelayMs = 0;
 
     CalculatorBackend() {
         server.setHandler([this](const RecordedRequest& request) {
             const QByteArray path = request.path();
             if (path.endsWith("/installmentDetails"))
-                return CannedResponse::json(200, planBody);
+                return CannedResponse::json(200, planBody).afterMs(planDelayMs);
             if (path.endsWith("/installmentDates"))
                 return datesStatus == 200 ? CannedResponse::json(200, datesBody)
                                           : CannedResponse::noBody(datesStatus);
@@ -77,31 +62,12 @@ struct CalculatorBackend {
 };
 
 // A calculator on screen, phone-sized, inside a navigation screen.
-class CalculatorScreen {
+class CalculatorScreen : public ScreenOnPhone<TSRCreditCalculatorController> {
 public:
     explicit CalculatorScreen(const SubmissionJSON& step, TSRDelegate* delegate = nullptr) {
-        auto screen = std::make_unique<TSRCreditCalculatorController>();
-        screen->ui = step;
-        screen->setFormDelegate(delegate);
-        navigation = new TSRNavigationViewController(std::move(screen));
-        navigation->resize(390, 844);
-        navigation->show();
-        QTest::qWait(10);
+        present(step, delegate);
     }
-    ~CalculatorScreen() {
-        delete navigation.data();
-        QTest::qWait(1);
-    }
-    TSRCreditCalculatorController* calculator() const {
-        return navigation ? qobject_cast<TSRCreditCalculatorController*>(navigation->visibleViewController())
-                          : nullptr;
-    }
-    template <typename T = QWidget> T* find(const QString& objectName) const {
-        T* found = calculator() ? calculator()->findChild<T*>(objectName) : nullptr;
-        if (!found && navigation)
-            found = navigation->navigationBar()->findChild<T*>(objectName);
-        return found;
-    }
+    TSRCreditCalculatorController* calculator() const { return screen(); }
     // Drags `slider` to `value` as a finger does: changes while moving, one release at the end.
     static void drag(FloatSlider* slider, float value) {
         const int target =
@@ -112,8 +78,6 @@ public:
         slider->setSliderPosition(target);
         slider->setSliderDown(false);
     }
-
-    QPointer<TSRNavigationViewController> navigation;
 };
 
 } // namespace tessara::test

@@ -73,7 +73,7 @@ TEST(CreditRules, SuitablePeriodsIndexTheProductsThatLendTheAmount) {
         {"1000", {{12, {a, b, b}}}}, // bounds are inclusive
         {"5000", {{12, {a, b}}}},
         {"6000", {{12, {b}}}}, // between a's two ranges only b lends
-        {"20000.01", {}}, // above every range
+        {"20000.01", {}},      // above every range
         {"8000", {{12, {b}}, {24, {a}}}},
         {"499.99", {}},
     };

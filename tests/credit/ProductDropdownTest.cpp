@@ -13,7 +13,7 @@ const QByteArray kTwoProducts =
     R"("maxPrincipal":9,"periods":[{"period":12,"minPrincipal":2000,"maxPrincipal":9000}]}])";
 
 SubmissionJSON choosingStep(const QByteArray& preset) {
-    return calculatorStep(
+    return decodeStep(
         R"({"type":"CREDIT_CALCULATOR","submissionId":"sub-1","directionId":"calc","settings":{)"
         R"("endUserCreditProductSelection":"true","calculatorSubmitDirectionStepId":"next",)"
         R"("products":[{"itemValue":"1"},{"itemValue":"2"}]},"fields":[)"

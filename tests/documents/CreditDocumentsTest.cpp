@@ -216,25 +216,9 @@ TEST(CreditDocumentsDeathTest, UnreadableAvailableDateIsFatal) {
                  "2026-13-01");
 }
 
-TEST(CreditDocuments, StatusAndErrorMessageDocuments) {
+TEST(CreditDocuments, StatusDocument) {
     EXPECT_EQ(decode<KYCStatusJSON>(R"({"code":"SUCCESS","message":"ok","extra":1})"),
               (KYCStatusJSON{"SUCCESS", "ok"}));
     EXPECT_FALSE(decode<KYCStatusJSON>(R"({"code":"SUCCESS"})"));
     EXPECT_FALSE(decode<KYCStatusJSON>(R"({"code":1,"message":"m"})"));
-
-    const struct {
-        const char* body;
-        std::optional<QString> message;
-    } cases[] = {
-        {R"({"message":"Невалидни данни","timestamp":"2026-11-21T10:15:30.123Z"})",
-         QStringLiteral("Невалидни данни")},
-        {R"({"error":"x"})", std::nullopt},
-        {R"({"message":null})", std::nullopt},
-        {R"({"message":42})", std::nullopt},
-        {R"(["message"])", std::nullopt},
-        {"", std::nullopt},
-        {"<html>Bad Request</html>", std::nullopt},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(decodeRequiredStringMember(QByteArrayView(c.body), "message"), c.message) << c.body;
 }

@@ -61,7 +61,9 @@ const Ending kEndings[] = {
 };
 
 // Names the case in test listings instead of dumping its bytes.
-void PrintTo(const Ending& ending, std::ostream* out) { *out << ending.name; }
+void PrintTo(const Ending& ending, std::ostream* out) {
+    *out << ending.name;
+}
 
 class AutopilotEndings : public testing::TestWithParam<Ending> {};
 

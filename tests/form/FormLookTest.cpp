@@ -1,11 +1,8 @@
-// A realistic step on a phone-sized screen: geometry a user would notice, plus pictures of the
-// screen and its alerts in the build tree for a human to look at.
+// A realistic step on a phone-sized screen: geometry a user would notice.
 
 #include "FormTestSupport.h"
 #include "tessara/form/TSRControl.h"
-#include "tessara/form/controls/TSRInputField.h"
 
-#include <QDir>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -46,12 +43,6 @@ SubmissionJSON realisticStep() {
     return step;
 }
 
-QString screenshotPath(const QString& name) {
-    const QString dir = QStringLiteral(TESSARA_BINARY_DIR "/form-screens");
-    QDir().mkpath(dir);
-    return dir + QLatin1Char('/') + name;
-}
-
 } // namespace
 
 TEST(FormLook, PhoneScreenKeepsTheColumnInsideItsMarginsAndTheButtonAboveTheBottom) {
@@ -84,27 +75,4 @@ TEST(FormLook, PhoneScreenKeepsTheColumnInsideItsMarginsAndTheButtonAboveTheBott
     ASSERT_NE(last, nullptr);
     const QPoint lastBottom = last->mapTo(form, QPoint(0, last->height()));
     EXPECT_LT(lastBottom.y(), button->y());
-
-    form->scrollView()->verticalScrollBar()->setValue(0);
-    settle(20);
-    EXPECT_TRUE(screen.navigation->grab().save(screenshotPath(QStringLiteral("form.png"))));
-    form->scrollView()->verticalScrollBar()->setValue(form->scrollView()->verticalScrollBar()->maximum());
-    settle(20);
-    EXPECT_TRUE(screen.navigation->grab().save(screenshotPath(QStringLiteral("form-end.png"))));
-
-    screen.find<TSRInputField>(QStringLiteral("TSRInputField.name"))
-        ->setText(QStringLiteral("Мария Иванова"));
-    screen.click(QStringLiteral("TSRFormController.closeButton"));
-    ASSERT_NE(screen.alert(), nullptr);
-    settle(20);
-    EXPECT_TRUE(screen.alert()->grab().save(screenshotPath(QStringLiteral("close-alert.png"))));
-    QTest::mouseClick(screen.alert()->findChild<QAbstractButton*>(QStringLiteral("cancelAction")),
-                      Qt::LeftButton);
-    settle(20);
-
-    screen.find<TSRInputField>(QStringLiteral("TSRInputField.egn"))->setText(QStringLiteral("12345"));
-    screen.click(QStringLiteral("TSRFlowButton.continue"));
-    ASSERT_NE(screen.alert(), nullptr);
-    settle(20);
-    EXPECT_TRUE(screen.alert()->grab().save(screenshotPath(QStringLiteral("validation-alert.png"))));
 }

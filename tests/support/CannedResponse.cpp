@@ -2,41 +2,6 @@
 
 namespace tessara::test {
 
-namespace {
-
-QByteArray standardReason(int status) {
-    switch (status) {
-    case 200:
-        return "OK";
-    case 201:
-        return "Created";
-    case 204:
-        return "No Content";
-    case 302:
-        return "Found";
-    case 304:
-        return "Not Modified";
-    case 400:
-        return "Bad Request";
-    case 401:
-        return "Unauthorized";
-    case 403:
-        return "Forbidden";
-    case 404:
-        return "Not Found";
-    case 409:
-        return "Conflict";
-    case 500:
-        return "Internal Server Error";
-    case 503:
-        return "Service Unavailable";
-    default:
-        return "Status";
-    }
-}
-
-} // namespace
-
 CannedResponse CannedResponse::json(int status, const QByteArray& body) {
     return text(status, body, "application/json");
 }
@@ -67,13 +32,6 @@ CannedResponse CannedResponse::close() {
     return response;
 }
 
-CannedResponse CannedResponse::rawBytes(const QByteArray& bytes) {
-    CannedResponse response;
-    response.action = Action::Raw;
-    response.raw = bytes;
-    return response;
-}
-
 CannedResponse& CannedResponse::withHeader(const QByteArray& name, const QByteArray& value) {
     headers.append({name, value});
     return *this;
@@ -99,12 +57,10 @@ bool CannedResponse::closesConnection() const {
 }
 
 QByteArray CannedResponse::bytes() const {
-    if (action == Action::Raw)
-        return raw;
     if (action != Action::Respond)
         return {};
-    QByteArray out = "HTTP/1.1 " + QByteArray::number(status) + ' ' +
-                     (reason.isEmpty() ? standardReason(status) : reason) + "\r\n";
+    // The client reads the status code only; the phrase is never looked at.
+    QByteArray out = "HTTP/1.1 " + QByteArray::number(status) + " Status\r\n";
     for (const auto& [name, value] : headers)
         out += name + ": " + value + "\r\n";
     if (body && framing == Framing::ContentLength)

@@ -18,19 +18,16 @@ struct CannedResponse {
         Respond,     // send the response described by the fields below
         NeverAnswer, // keep the connection open and send nothing
         Close,       // close the connection without a byte
-        Raw,         // send `raw` as it is, then close
     };
 
     Action action = Action::Respond;
     int status = 200;
-    QByteArray reason; // empty: a standard phrase for the status
     QList<QPair<QByteArray, QByteArray>> headers;
     // Absent: no body and no length; the connection closes after the headers.
     std::optional<QByteArray> body;
     Framing framing = Framing::ContentLength;
     // Close the connection after this many bytes of the complete response.
     std::optional<qsizetype> cutAfter;
-    QByteArray raw;
     // Wait this long before answering.
     int delayMs = 0;
 
@@ -40,7 +37,6 @@ struct CannedResponse {
     static CannedResponse noBody(int status);
     static CannedResponse neverAnswer();
     static CannedResponse close();
-    static CannedResponse rawBytes(const QByteArray& bytes);
 
     CannedResponse& withHeader(const QByteArray& name, const QByteArray& value);
     CannedResponse& withFraming(Framing value);

@@ -82,7 +82,6 @@ void LoopbackHttpServer::onReadyRead(Connection* connection) {
             return;
         connection->buffer.remove(0, consumed);
         requests_.push_back(*request);
-        const int index = requestCount() - 1;
         CannedResponse response = defaultResponse_;
         if (!queue_.empty()) {
             response = std::move(queue_.front());
@@ -90,7 +89,6 @@ void LoopbackHttpServer::onReadyRead(Connection* connection) {
         } else if (handler_) {
             response = handler_(requests_.back());
         }
-        Q_EMIT requestReceived(index);
         respond(connection, response);
     }
 }

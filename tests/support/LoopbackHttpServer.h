@@ -62,9 +62,6 @@ public:
     // Closes every open connection (also those that wait for an answer that never comes).
     void closeAllConnections();
 
-Q_SIGNALS:
-    void requestReceived(int index);
-
 private:
     struct Connection;
     void onNewConnection();

@@ -10,37 +10,15 @@ namespace {
 
 using Kind = RecordedFrame::Kind;
 
-int opcodeOf(Kind kind) {
-    switch (kind) {
-    case Kind::continuation:
-        return 0x0;
-    case Kind::text:
-        return 0x1;
-    case Kind::binary:
-        return 0x2;
-    case Kind::close:
-        return 0x8;
-    case Kind::ping:
-        return 0x9;
-    case Kind::pong:
-        return 0xA;
-    case Kind::other:
-        break;
-    }
-    return 0x3;
-}
-
 Kind kindOf(int opcode) {
-    for (Kind kind : {Kind::continuation, Kind::text, Kind::binary, Kind::close, Kind::ping, Kind::pong})
-        if (opcodeOf(kind) == opcode)
-            return kind;
-    return Kind::other;
+    const bool known = opcode <= 0x2 || (opcode >= 0x8 && opcode <= 0xA);
+    return known ? Kind(opcode) : Kind::other;
 }
 
 // Server frames are never masked.
 QByteArray frameBytes(Kind kind, const QByteArray& payload) {
     QByteArray frame;
-    frame.append(char(0x80 | opcodeOf(kind)));
+    frame.append(char(0x80 | int(kind)));
     const quint64 size = quint64(payload.size());
     if (size < 126) {
         frame.append(char(size));
@@ -116,16 +94,13 @@ bool LoopbackWebSocketServer::isOpen() const {
 }
 
 void LoopbackWebSocketServer::sendText(const QByteArray& utf8) {
-    sendFrame(Kind::text, utf8);
+    if (Connection* connection = newest())
+        connection->socket->write(frameBytes(Kind::text, utf8));
 }
 
 void LoopbackWebSocketServer::sendBinary(const QByteArray& bytes) {
-    sendFrame(Kind::binary, bytes);
-}
-
-void LoopbackWebSocketServer::sendFrame(Kind kind, const QByteArray& payload) {
     if (Connection* connection = newest())
-        connection->socket->write(frameBytes(kind, payload));
+        connection->socket->write(frameBytes(Kind::binary, bytes));
 }
 
 void LoopbackWebSocketServer::sendClose(quint16 code) {

@@ -60,7 +60,6 @@ public:
     // Frames to the newest open connection.
     void sendText(const QByteArray& utf8);
     void sendBinary(const QByteArray& bytes);
-    void sendFrame(RecordedFrame::Kind kind, const QByteArray& payload);
     // A close frame with `code`; the connection closes when the client answers it.
     void sendClose(quint16 code);
     // Ends the newest connection's TCP link at once, with no close frame.

@@ -8,7 +8,16 @@ namespace tessara::test {
 // One WebSocket frame as a loopback server received it: its kind, its unmasked payload, the
 // connection it came on (0 for the first) and when it arrived (ms since the server started).
 struct RecordedFrame {
-    enum class Kind { continuation, text, binary, close, ping, pong, other };
+    // Valued as the wire's opcodes.
+    enum class Kind {
+        continuation = 0x0,
+        text = 0x1,
+        binary = 0x2,
+        other = 0x3,
+        close = 0x8,
+        ping = 0x9,
+        pong = 0xA
+    };
 
     Kind kind = Kind::other;
     QByteArray payload;

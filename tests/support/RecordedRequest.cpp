@@ -14,33 +14,6 @@ QByteArray findHeader(const QList<QPair<QByteArray, QByteArray>>& headers, const
     return {};
 }
 
-// Reads a chunked body starting at `from`; absent while incomplete.
-std::optional<QByteArray> dechunk(const QByteArray& buffer, qsizetype from, qsizetype* end) {
-    QByteArray body;
-    qsizetype at = from;
-    for (;;) {
-        const qsizetype lineEnd = buffer.indexOf("\r\n", at);
-        if (lineEnd < 0)
-            return std::nullopt;
-        bool ok = false;
-        const qsizetype size = buffer.mid(at, lineEnd - at).split(';').first().trimmed().toLongLong(&ok, 16);
-        if (!ok)
-            return std::nullopt;
-        at = lineEnd + 2;
-        if (size == 0) {
-            const qsizetype trailerEnd = buffer.indexOf("\r\n", at);
-            if (trailerEnd < 0)
-                return std::nullopt;
-            *end = trailerEnd + 2;
-            return body;
-        }
-        if (buffer.size() < at + size + 2)
-            return std::nullopt;
-        body += buffer.mid(at, size);
-        at += size + 2;
-    }
-}
-
 } // namespace
 
 QByteArray MultipartPart::header(const QByteArray& name) const {
@@ -139,27 +112,18 @@ std::optional<RecordedRequest> RecordedRequest::parse(const QByteArray& buffer, 
         return std::nullopt;
     request.method = requestLine[0];
     request.target = requestLine[1];
-    request.version = requestLine[2];
     for (qsizetype i = 1; i < lines.size(); ++i) {
         const QByteArray line = lines[i].endsWith('\r') ? lines[i].chopped(1) : lines[i];
         const qsizetype colon = line.indexOf(':');
         if (colon > 0)
             request.headers.append({line.left(colon), line.mid(colon + 1).trimmed()});
     }
+    // The client always sends a length: its bodies are byte arrays, never streamed.
     const qsizetype bodyStart = headEnd + 4;
-    qsizetype end = bodyStart;
-    if (request.header("Transfer-Encoding").toLower().contains("chunked")) {
-        auto body = dechunk(buffer, bodyStart, &end);
-        if (!body)
-            return std::nullopt;
-        request.body = *body;
-    } else {
-        const qsizetype length = request.header("Content-Length").toLongLong();
-        if (buffer.size() < bodyStart + length)
-            return std::nullopt;
-        request.body = buffer.mid(bodyStart, length);
-        end = bodyStart + length;
-    }
+    const qsizetype end = bodyStart + request.header("Content-Length").toLongLong();
+    if (buffer.size() < end)
+        return std::nullopt;
+    request.body = buffer.mid(bodyStart, end - bodyStart);
     request.raw = buffer.left(end);
     *consumed = end;
     return request;

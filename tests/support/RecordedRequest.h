@@ -21,9 +21,8 @@ struct RecordedRequest {
     QByteArray raw;                               // request line, headers and body, exactly as received
     QByteArray method;                            // "GET"
     QByteArray target;                            // "/api/step/1?x=2", as sent
-    QByteArray version;                           // "HTTP/1.1"
     QList<QPair<QByteArray, QByteArray>> headers; // in order, names as sent
-    QByteArray body;                              // de-chunked when the request was chunked
+    QByteArray body;
 
     // First value of a header (name compared case-insensitively); empty when absent.
     QByteArray header(const QByteArray& name) const;

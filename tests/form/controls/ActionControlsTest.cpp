@@ -73,6 +73,13 @@ TEST(ActionControls, FlowButtonFollowsItsDirectionAndPopupButtonNeverDoes) {
     EXPECT_EQ(screen.flows[0].directionId, QStringLiteral("dir-2"));
     EXPECT_EQ(screen.flows[0].fromFlowFieldId, QStringLiteral("next"));
     EXPECT_EQ(screen.popups.size(), 1u);
+
+    // The spinner takes the title's place; asked for twice, it still gives the title back.
+    next->setShowsActivityIndicator(true);
+    next->setShowsActivityIndicator(true);
+    EXPECT_TRUE(next->text().isEmpty());
+    next->setShowsActivityIndicator(false);
+    EXPECT_EQ(next->text(), QStringLiteral("Напред"));
 }
 
 TEST(ActionControls, ButtonsWithoutTitleSayMissingButtonTitle) {

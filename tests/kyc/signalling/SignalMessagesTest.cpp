@@ -159,10 +159,7 @@ TEST(SignalMessages, MalformedMessagesFailAndIgnoredFramesAreIgnored) {
 
 TEST(SignalMessagesDeathTest, FramesThatAreNoJsonObjectOrHaveNoTextCommandEndTheProgram) {
     EXPECT_DEATH(readFrame("not json"), "no JSON: not json");
-    EXPECT_DEATH(readFrame(""), "no JSON");
     EXPECT_DEATH(readFrame(R"([{"cmd":"rects"}])"), "no JSON object");
-    EXPECT_DEATH(readFrame(R"("rects")"), "no JSON object");
-    EXPECT_DEATH(readFrame(R"({"cmd":5})"), "\"cmd\" of a signalling frame is no string");
     EXPECT_DEATH(readFrame(R"({"cmd":null})"), "\"cmd\" of a signalling frame is no string");
 }
 

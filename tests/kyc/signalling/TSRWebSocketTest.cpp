@@ -77,7 +77,6 @@ TEST(TSRWebSocket, ReconnectsOneSecondAfterADropOrAnAbnormalClose) {
     const Row rows[] = {
         {"tcp drop", [](LoopbackWebSocketServer& s) { s.dropConnection(); }, 1},
         {"close 1006", [](LoopbackWebSocketServer& s) { s.sendClose(1006); }, 0},
-        {"close 1011", [](LoopbackWebSocketServer& s) { s.sendClose(1011); }, 0},
         {"close 4000", [](LoopbackWebSocketServer& s) { s.sendClose(4000); }, 0},
     };
     for (const Row& row : rows) {
