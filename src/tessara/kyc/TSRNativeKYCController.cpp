@@ -169,6 +169,7 @@ void TSRNativeKYCController::layoutViews() {
     input.leadingSpace = theme.leadingSpace();
     input.bubble = guidance_->bubble() != nullptr;
     input.bubbleCornerRadius = theme.bubbleCornerRadius();
+    guidance_->fitText(KYCScreenLayout::labelMaxWidth(input));
     input.labelNaturalWidth = guidance_->labelNaturalWidth();
     input.labelHeight = [this](int width) { return guidance_->labelHeight(width); };
     input.buttonHeight = ButtonAppearance::heightFor(theme.buttonSize());
