@@ -5,6 +5,7 @@
 #include "tessara/api/TSRRootController.h"
 #include "tessara/api/Tessara.h"
 #include "tessara/ui/ActivityIndicator.h"
+#include "tessara/ui/CloseGlyphButton.h"
 #include "tessara/ui/WidgetFade.h"
 
 #include <QApplication>
@@ -121,6 +122,43 @@ TEST(ScreenLook, TheBarFollowsADarkPalette) {
     // Back in the light palette, the screens are light again.
     EXPECT_EQ(root->palette().color(QPalette::Window), QColor(Qt::white));
     EXPECT_EQ(navigation->grab().toImage().pixelColor(3, 3), QColor(Qt::white));
+}
+
+// A screen that forces a style (the verification screen forces dark) gets a bar of that style on
+// a light application; lifting the force brings the light bar back.
+TEST(ScreenLook, TheBarFollowsTheForcedStyleUntilItIsLifted) {
+    Tessara::setAppearance(std::make_shared<TSRAppearance>());
+    HostWidget host;
+    auto screen = std::make_unique<TSRViewController>();
+    screen->setNavigationTitle(QStringLiteral("Стъпка"));
+    screen->setRightBarItem(new CloseGlyphButton);                                // owned by the screen
+    auto* navigation = new TSRNavigationViewController(std::move(screen), &host); // owned by host
+    navigation->setGeometry(host.rect());
+    navigation->show();
+    using Style = TSRNavigationViewController::InterfaceStyle;
+    struct Row {
+        Style style;
+        QColor bar;
+        QColor title;
+    };
+    const Row rows[] = {{Style::dark, Qt::black, Qt::white}, {Style::unspecified, Qt::white, Qt::black}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(int(row.style));
+        navigation->setOverrideUserInterfaceStyle(row.style);
+        settle();
+        const QImage image =
+            grabAndKeep(navigation, QStringLiteral("api-navigation-forced-%1.png").arg(int(row.style)));
+        EXPECT_EQ(image.pixelColor(3, 3), row.bar);
+        EXPECT_GT(pixelsNear(image, QRect(195 - 40, 8, 80, TSRNavigationBar::kHeight - 16), row.title), 20);
+        // The close glyph's cross stands out from the bar: lighter on dark, darker on light.
+        QWidget* close = navigation->navigationBar()->rightItem();
+        ASSERT_NE(close, nullptr);
+        const QColor cross = image.pixelColor(close->geometry().center());
+        if (row.bar == QColor(Qt::black))
+            EXPECT_GT(cross.lightness(), 110);
+        else
+            EXPECT_LT(cross.lightness(), 160);
+    }
 }
 
 } // namespace

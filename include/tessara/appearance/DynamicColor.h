@@ -4,6 +4,9 @@
 
 namespace tessara {
 
+// A light or dark look forced on part of the interface; `unspecified` follows the application.
+enum class InterfaceStyle { unspecified, light, dark };
+
 // A colour with one value for the light and one for the dark style of the application
 // palette, resolved each time it is read. Theme defaults are such pairs, so a default keeps
 // following a palette switch even after a lazy property stored it; a colour the host sets
@@ -15,8 +18,9 @@ public:
         , dark_(dark) {}
     static DynamicColor fixed(const QColor& colour) { return {colour, colour}; }
 
-    // The value for the palette at the moment of the call.
+    // The value for the style in effect at the moment of the call (TSRAppearance::isDarkStyle).
     QColor resolved() const;
+    QColor resolved(bool dark) const { return dark ? dark_ : light_; }
 
     bool operator==(const DynamicColor&) const = default;
 

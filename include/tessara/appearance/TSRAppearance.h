@@ -8,6 +8,8 @@
 #include <limits>
 #include <optional>
 
+class QWidget;
+
 namespace tessara {
 
 // The look of every SDK screen. The host makes one (std::make_shared, all defaults), hands
@@ -102,8 +104,31 @@ public:
     double bubbleCornerRadius();
     void setBubbleCornerRadius(double r) { bubbleCornerRadius_ = r; }
 
-    // True when the application palette is dark (its window colour is darker than its text).
+    // True when colours resolve to their dark values: the style of the innermost StyleScope that
+    // forces one, otherwise whether the application palette is dark (window darker than text).
     static bool isDarkStyle();
+    // The same for what `widget` shows: the style forced on it or its nearest ancestor that has
+    // one (setInterfaceStyle), otherwise isDarkStyle().
+    static bool isDarkStyle(const QWidget* widget);
+    // Forces `style` on `widget` and everything inside it; unspecified lifts it. Views already
+    // styled keep their look: the owner of the widget restyles what it drew.
+    static void setInterfaceStyle(QWidget* widget, InterfaceStyle style);
+    // The style forced on `widget` or its nearest ancestor with one; unspecified when none.
+    static InterfaceStyle interfaceStyle(const QWidget* widget);
+
+    // While it lives, theme colours read on this thread resolve for `style` whatever the
+    // application palette says (unspecified changes nothing). A view inside a forced style is
+    // styled within one, so the theme's defaults match what surrounds it. Scopes nest.
+    class StyleScope {
+    public:
+        explicit StyleScope(InterfaceStyle style);
+        ~StyleScope();
+        StyleScope(const StyleScope&) = delete;
+        StyleScope& operator=(const StyleScope&) = delete;
+
+    private:
+        InterfaceStyle previous_;
+    };
     // NaN test shared by every reader of an optional length.
     static bool isSet(double length) { return !std::isnan(length); }
 

@@ -26,6 +26,7 @@ TSRNavigationBar::TSRNavigationBar(QWidget* parent)
 
 void TSRNavigationBar::applyTheme() {
     const QScopedValueRollback guard(applyingTheme_, true);
+    const TSRAppearance::StyleScope style(TSRAppearance::interfaceStyle(this));
     TSRAppearance& theme = currentAppearance();
     background_ = theme.backgroundColor();
     hairline_ = TSRAppearance::separatorColor();

@@ -10,8 +10,9 @@ namespace tessara {
 
 // The bar on top of a navigation screen: the visible screen's title, centred in the
 // theme's navigationTitleFont, its right bar item at the trailing edge, and a hairline
-// along the bottom. Colours come from the theme when the bar is made, and again when the
-// application palette changes (light or dark). Main thread only.
+// along the bottom. Colours come from the theme, resolved for the style forced on the bar's
+// navigation screen (or the application's), when the bar is made, when the application palette
+// changes and when restyle() is called. Main thread only.
 class TSRNavigationBar : public QWidget {
     Q_OBJECT
 public:
@@ -28,6 +29,10 @@ public:
     // item shown before is hidden and left to its owner.
     void setRightItem(QWidget* item);
     QWidget* rightItem() const { return rightItem_; }
+
+    // Takes the theme's colours again, for the style now in effect.
+    void restyle() { applyTheme(); }
+    QColor backgroundColor() const { return background_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

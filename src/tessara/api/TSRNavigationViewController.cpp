@@ -2,8 +2,8 @@
 
 #include "tessara/api/TSRNavigationBar.h"
 #include "tessara/api/TSRViewController.h"
-#include "tessara/ui/WidgetFade.h"
 #include "tessara/appearance/CurrentAppearance.h"
+#include "tessara/ui/WidgetFade.h"
 
 #include <QEvent>
 #include <QScopedValueRollback>
@@ -158,7 +158,9 @@ void TSRNavigationViewController::changeEvent(QEvent* event) {
 
 void TSRNavigationViewController::applyStyle() {
     const QScopedValueRollback guard(applyingStyle_, true);
+    TSRAppearance::setInterfaceStyle(this, interfaceStyle_);
     setPalette(paletteForStyle(interfaceStyle_));
+    bar_->restyle();
 }
 
 bool TSRNavigationViewController::shouldAutorotate() const {

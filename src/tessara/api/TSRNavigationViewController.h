@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tessara/api/InterfaceOrientations.h"
+#include "tessara/appearance/DynamicColor.h"
 
 #include <QList>
 #include <QPointer>
@@ -21,8 +22,9 @@ class TSRViewController;
 class TSRNavigationViewController : public QWidget {
     Q_OBJECT
 public:
-    // Light or dark look forced on everything inside; `unspecified` follows the application.
-    enum class InterfaceStyle { unspecified, light, dark };
+    // Light or dark look forced on everything inside, bar included; `unspecified` follows the
+    // application.
+    using InterfaceStyle = tessara::InterfaceStyle;
 
     // `rootViewController` (may be null) becomes the only screen of the stack.
     explicit TSRNavigationViewController(std::unique_ptr<TSRViewController> rootViewController = nullptr,

@@ -5,7 +5,7 @@
 namespace tessara {
 
 QColor DynamicColor::resolved() const {
-    return TSRAppearance::isDarkStyle() ? dark_ : light_;
+    return resolved(TSRAppearance::isDarkStyle());
 }
 
 } // namespace tessara

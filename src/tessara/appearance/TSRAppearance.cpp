@@ -2,6 +2,8 @@
 
 #include <QGuiApplication>
 #include <QPalette>
+#include <QVariant>
+#include <QWidget>
 
 namespace tessara {
 
@@ -35,6 +37,14 @@ constexpr DynamicColor kPlaceholderText{QColor(0x3c, 0x3c, 0x43, 0x4c), QColor(0
 constexpr DynamicColor kSecondarySystemBackground{QColor(0xf2, 0xf2, 0xf7), QColor(0x1c, 0x1c, 0x1e)};
 // Black or white at 20 % (51 of 255).
 constexpr DynamicColor kInputBorder{QColor(0, 0, 0, 51), QColor(255, 255, 255, 51)};
+
+// The widget property that carries a forced style down to everything inside the widget.
+constexpr char kStyleProperty[] = "tessaraInterfaceStyle";
+
+InterfaceStyle& scopedStyle() {
+    thread_local InterfaceStyle style = InterfaceStyle::unspecified;
+    return style;
+}
 } // namespace
 
 TSRAppearance::TSRAppearance()
@@ -48,8 +58,39 @@ TSRAppearance::TSRAppearance()
     , consentLinkButtonFont_(textStyle(16, QFont::Normal)) {}
 
 bool TSRAppearance::isDarkStyle() {
+    if (scopedStyle() != InterfaceStyle::unspecified)
+        return scopedStyle() == InterfaceStyle::dark;
     const QPalette p = QGuiApplication::palette();
     return p.color(QPalette::Window).lightness() < p.color(QPalette::WindowText).lightness();
+}
+
+bool TSRAppearance::isDarkStyle(const QWidget* widget) {
+    const InterfaceStyle forced = interfaceStyle(widget);
+    return forced == InterfaceStyle::unspecified ? isDarkStyle() : forced == InterfaceStyle::dark;
+}
+
+void TSRAppearance::setInterfaceStyle(QWidget* widget, InterfaceStyle style) {
+    widget->setProperty(kStyleProperty,
+                        style == InterfaceStyle::unspecified ? QVariant() : QVariant(int(style)));
+}
+
+InterfaceStyle TSRAppearance::interfaceStyle(const QWidget* widget) {
+    for (; widget; widget = widget->parentWidget()) {
+        const QVariant value = widget->property(kStyleProperty);
+        if (value.isValid())
+            return InterfaceStyle(value.toInt());
+    }
+    return InterfaceStyle::unspecified;
+}
+
+TSRAppearance::StyleScope::StyleScope(InterfaceStyle style)
+    : previous_(scopedStyle()) {
+    if (style != InterfaceStyle::unspecified)
+        scopedStyle() = style;
+}
+
+TSRAppearance::StyleScope::~StyleScope() {
+    scopedStyle() = previous_;
 }
 
 QColor TSRAppearance::systemBlue() {

@@ -4,6 +4,7 @@
 #include "tessara/kyc/CutoutArtwork.h"
 #include "tessara/kyc/CutoutImageView.h"
 #include "tessara/kyc/InstructionsBubble.h"
+#include "tessara/kyc/LabelFontFit.h"
 #include "tessara/kyc/OCRProgressView.h"
 #include "tessara/kyc/WhiteTouchTarget.h"
 #include "tessara/resources/BundledResources.h"
@@ -41,7 +42,8 @@ void KYCGuidance::setupInstructions() {
     }
     label_ = new QLabel(parent);
     label_->setObjectName(QStringLiteral("instructionsLabel"));
-    label_->setFont(theme.font());
+    baseFont_ = theme.font();
+    label_->setFont(baseFont_);
     QPalette palette = label_->palette();
     palette.setColor(QPalette::WindowText, Qt::white);
     label_->setPalette(palette);
@@ -100,8 +102,13 @@ void KYCGuidance::layout(const KYCScreenLayout::Frames& frames) {
         container_->setGeometry(frames.backing);
 }
 
+void KYCGuidance::fitText(int maxWidth) {
+    if (label_)
+        label_->setFont(LabelFontFit::fit(baseFont_, label_->text(), maxWidth));
+}
+
 int KYCGuidance::labelNaturalWidth() const {
-    return label_ ? label_->fontMetrics().horizontalAdvance(label_->text()) + 2 : 0;
+    return label_ ? LabelFontFit::lineWidth(label_->font(), label_->text()) : 0;
 }
 
 int KYCGuidance::labelHeight(int width) const {

@@ -4,6 +4,7 @@
 #include "tessara/kyc/KYCScreenLayout.h"
 #include "tessara/kyc/signalling/OverlayRectangle.h"
 
+#include <QFont>
 #include <QHash>
 #include <QImage>
 #include <QPointer>
@@ -47,7 +48,9 @@ public:
     void setupRectangleContainer();
     void setupWhiteWebView();
     void layout(const KYCScreenLayout::Frames& frames);
-    // What the layout needs to know of the text.
+    // Shrinks the text's font so it stays on one line in `maxWidth`, as far as LabelFontFit allows.
+    void fitText(int maxWidth);
+    // What the layout needs to know of the text, in the font it has now.
     int labelNaturalWidth() const;
     int labelHeight(int width) const;
 
@@ -85,6 +88,7 @@ private:
     QWidget* screen_;
     QHash<QString, QString> statusMessages_;
     QLabel* label_ = nullptr;              // child of the screen or of the bubble
+    QFont baseFont_;                       // the theme's, before any shrinking
     InstructionsBubble* bubble_ = nullptr; // child of the screen
     QPointer<CutoutImageView> idCardCutout_;
     QPointer<CutoutImageView> faceCutout_;

@@ -5,24 +5,35 @@
 
 namespace tessara {
 
+namespace {
+int insetOf(const KYCScreenLayout::Input& in) {
+    return int(std::lround(std::isnan(in.leadingSpace) ? 16.0 : in.leadingSpace));
+}
+} // namespace
+
+int KYCScreenLayout::labelMaxWidth(const Input& in) {
+    const int inset = insetOf(in);
+    const int room = std::max(0, in.screen.width() - 2 * inset);
+    // On a bubble the label keeps the same space again from the bubble's edges.
+    return in.bubble ? std::max(0, room - 2 * inset) : room;
+}
+
 KYCScreenLayout::Frames KYCScreenLayout::compute(const Input& in) {
     Frames f;
     const int width = in.screen.width();
-    const double space = std::isnan(in.leadingSpace) ? 16.0 : in.leadingSpace;
-    const int inset = int(std::lround(space));
+    const int inset = insetOf(in);
+    const int labelWidth = std::clamp(in.labelNaturalWidth, 0, labelMaxWidth(in));
 
     f.backing = QRect(0, 0, width, int(std::lround(width * 0.75)));
     const int textTop = f.backing.bottom() + 1 + 32;
 
     if (in.bubble) {
         f.bubble = QRect(inset, textTop, std::max(0, width - 2 * inset), 0);
-        const int labelWidth = std::clamp(in.labelNaturalWidth, 0, std::max(0, f.bubble.width() - 2 * inset));
         const int labelHeight = in.labelHeight ? in.labelHeight(labelWidth) : 0;
         f.bubble.setHeight(labelHeight + 32);
         f.label = QRect(f.bubble.x() + (f.bubble.width() - labelWidth) / 2, f.bubble.y() + 16, labelWidth,
                         labelHeight);
     } else {
-        const int labelWidth = std::clamp(in.labelNaturalWidth, 0, std::max(0, width - 2 * inset));
         f.label = QRect((width - labelWidth) / 2, textTop, labelWidth,
                         in.labelHeight ? in.labelHeight(labelWidth) : 0);
     }

@@ -31,6 +31,8 @@ public:
     };
 
     static Frames compute(const Input& input);
+    // The widest the guidance text may be before it has to shrink or wrap.
+    static int labelMaxWidth(const Input& input);
 };
 
 } // namespace tessara

@@ -4,6 +4,7 @@
 #include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/kyc/CutoutImageView.h"
 #include "tessara/kyc/KYCCameraChoice.h"
+#include "tessara/kyc/KYCCapture.h"
 #include "tessara/kyc/KYCFrameSender.h"
 #include "tessara/kyc/KYCGuidance.h"
 #include "tessara/kyc/KYCScreenLayout.h"
@@ -45,6 +46,8 @@ TSRNativeKYCController::TSRNativeKYCController(const SubmissionJSON& document, T
     , captureSystem_(std::move(captureSystem))
     , frameSender_(std::make_shared<KYCFrameSender>()) {
     setObjectName(kScreenName);
+    // The screen is dark whatever the application is: black around the picture, white text.
+    TSRAppearance::setInterfaceStyle(this, InterfaceStyle::dark);
     const std::optional<SubmissionSettings>& settings = document.settings;
     if (!settings || !settings->userHash)
         fatalError(QStringLiteral("The verification step's settings have no userHash."));
@@ -76,7 +79,7 @@ TSRNativeKYCController::~TSRNativeKYCController() {
     frameSender_->detach();
     signallingClient_->setDelegate(nullptr);
     signallingClient_.reset();
-    videoClient_.reset();
+    capture_.reset();
 }
 
 void TSRNativeKYCController::setVisible(bool visible) {
@@ -89,6 +92,7 @@ void TSRNativeKYCController::loadViewIfNeeded() {
     if (viewLoaded_)
         return;
     viewLoaded_ = true;
+    const TSRAppearance::StyleScope style(TSRAppearance::interfaceStyle(this));
     setAutoFillBackground(true);
     QPalette black = palette();
     black.setColor(QPalette::Window, Qt::black);
@@ -106,9 +110,7 @@ void TSRNativeKYCController::loadViewIfNeeded() {
     guidance_->setupWhiteWebView();
     layoutViews();
 
-    videoClient_ = std::make_unique<VideoClient>(
-        videoView_, [sender = frameSender_](QByteArray unit) { sender->send(std::move(unit)); },
-        captureSystem_);
+    setupCapture();
     signallingClient_->webSocket()->connect();
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         switch (state) {
@@ -167,6 +169,7 @@ void TSRNativeKYCController::layoutViews() {
     input.leadingSpace = theme.leadingSpace();
     input.bubble = guidance_->bubble() != nullptr;
     input.bubbleCornerRadius = theme.bubbleCornerRadius();
+    guidance_->fitText(KYCScreenLayout::labelMaxWidth(input));
     input.labelNaturalWidth = guidance_->labelNaturalWidth();
     input.labelHeight = [this](int width) { return guidance_->labelHeight(width); };
     input.buttonHeight = ButtonAppearance::heightFor(theme.buttonSize());
@@ -208,6 +211,18 @@ bool TSRNativeKYCController::isSocketConnected() const {
     return frameSender_->socketConnected.load();
 }
 
+bool TSRNativeKYCController::cameraHasStarted() const {
+    return capture_ && capture_->cameraHasStarted();
+}
+
+bool TSRNativeKYCController::isCaptureSessionRunning() const {
+    return capture_ && capture_->isSessionRunning();
+}
+
+VideoClient* TSRNativeKYCController::videoClient() const {
+    return capture_ ? &capture_->client() : nullptr;
+}
+
 int64_t TSRNativeKYCController::encodedFramesCount() const {
     return frameSender_->encodedFramesCount();
 }
@@ -234,11 +249,12 @@ void TSRNativeKYCController::stopFramesAfterSocketFailure() {
     // The video client belongs to the main thread; until the hop, the cleared socket flag already
     // keeps units off the link.
     runOnMain(this, [this] {
-        if (!videoClient_)
+        if (!capture_)
             return;
-        videoClient_->compressionIsRunning = true;
-        if (videoClient_->hasCaptureManager())
-            videoClient_->captureManager().videoOutput().setSampleBufferDelegate(nullptr, nullptr);
+        VideoClient& client = capture_->client();
+        client.compressionIsRunning = true;
+        if (client.hasCaptureManager())
+            client.captureManager().videoOutput().setSampleBufferDelegate(nullptr, nullptr);
     });
 }
 
@@ -274,11 +290,12 @@ void TSRNativeKYCController::didReceiveStatus(const QString& type) {
 }
 
 void TSRNativeKYCController::didReceiveStartCamera(int capturePosition) {
-    startCapture(CapturePosition(capturePosition));
+    capture_->start(CapturePosition(capturePosition));
 }
 
 void TSRNativeKYCController::didConnectToService() {
-    startFramesIfReady();
+    if (capture_)
+        capture_->startFramesIfReady();
 }
 
 void TSRNativeKYCController::getKYCStatus() {
@@ -287,70 +304,32 @@ void TSRNativeKYCController::getKYCStatus() {
 
 // ---- capture
 
-VideoCaptureManager& TSRNativeKYCController::captureManager() {
-    VideoCaptureManager& manager = videoClient_->captureManager();
-    // A new manager (the first, or one made after the background) feeds the preview too.
-    if (previewFedBy_ != &manager) {
-        manager.videoOutput().setPreviewSink(livePicture_->sink());
-        previewFedBy_ = &manager;
-    }
-    return manager;
+void TSRNativeKYCController::stopCapture() {
+    if (capture_)
+        capture_->stop();
 }
 
-void TSRNativeKYCController::startCapture(CapturePosition position) {
-    if (position == CapturePosition::front) {
+void TSRNativeKYCController::setupCapture() {
+    capture_ = std::make_unique<KYCCapture>(
+        this,
+        std::make_unique<VideoClient>(
+            videoView_, [sender = frameSender_](QByteArray unit) { sender->send(std::move(unit)); },
+            captureSystem_),
+        livePicture_);
+    capture_->serviceReady = [this] { return serverIsReadyForFrames_.load(); };
+    capture_->starting = [this](CapturePosition position) {
+        if (position != CapturePosition::front)
+            return;
         checkingSelfie_ = true;
         currentCameraPosition_.store(int(CapturePosition::front));
         guidance_->showCutout(KYCGuidance::Cutout::face);
-    }
-    videoClient_->initialCameraPosition = position;
-    videoClient_->currentCameraPosition = position;
-    videoClient_->desiredFrameRate = desiredFrameRate_;
-    livePicture_->setMirrored(position == CapturePosition::front);
-    captureManager().startRunning([self = QPointer<TSRNativeKYCController>(this)](SessionSetupResult result) {
-        runOnMain(self, [self, result] {
-            if (!self || !self->videoClient_)
-                return;
-            self->videoClient_->sessionSetupResult = result;
-            switch (result) {
-            case SessionSetupResult::success:
-                self->cameraHasStarted_ = true;
-                self->startFramesIfReady();
-                break;
-            case SessionSetupResult::notAuthorized:
-                self->guidance_->setInstructionsText(QStringLiteral(
-                    "Трябва да разрешите достъп до камерата. Можете да го направите в Настройки."));
-                self->continueButton_->show();
-                self->setContinueButtonTitle(QStringLiteral("Настройки"));
-                break;
-            case SessionSetupResult::configurationFailed:
-                fatalError(QStringLiteral("camera configuration failed"));
-            }
-        });
-    });
-}
-
-void TSRNativeKYCController::startFramesIfReady() {
-    if (!cameraHasStarted_ || !serverIsReadyForFrames_.load())
-        return;
-    isCaptureSessionRunning_ = true;
-    videoClient_->startCompression();
-}
-
-void TSRNativeKYCController::stopCapture() {
-    if (!isCaptureSessionRunning_)
-        return;
-    videoClient_->stopCompression();
-    captureManager().stop();
-    isCaptureSessionRunning_ = false;
-}
-
-void TSRNativeKYCController::switchCamera(CapturePosition position) {
-    videoClient_->compressionIsRunning = true;
-    VideoCaptureManager& manager = captureManager();
-    manager.videoOutput().setSampleBufferDelegate(nullptr, nullptr);
-    livePicture_->setMirrored(position == CapturePosition::front);
-    manager.changeCamera(position, videoClient_->desiredFrameRate);
+    };
+    capture_->cameraRefused = [this] {
+        guidance_->setInstructionsText(
+            QStringLiteral("Трябва да разрешите достъп до камерата. Можете да го направите в Настройки."));
+        continueButton_->show();
+        setContinueButtonTitle(QStringLiteral("Настройки"));
+    };
 }
 
 // ---- status
@@ -420,7 +399,7 @@ void TSRNativeKYCController::prepareForIDCard() {
     guidance_->hideCutout(KYCGuidance::Cutout::idCard);
     if (checkingSelfie_) {
         livePicture_->flip(LivePicture::FlipDirection::fromLeft);
-        runOnMainAfter(kCameraSwitchDelayMs, this, [this] { switchCamera(CapturePosition::back); });
+        runOnMainAfter(kCameraSwitchDelayMs, this, [this] { capture_->switchCamera(CapturePosition::back); });
     }
     checkingSelfie_ = false;
     currentCameraPosition_.store(int(CapturePosition::back));
@@ -431,7 +410,8 @@ void TSRNativeKYCController::prepareForSelfie() {
     guidance_->hideCutout(KYCGuidance::Cutout::idCard);
     if (!checkingSelfie_) {
         livePicture_->flip(LivePicture::FlipDirection::fromRight);
-        runOnMainAfter(kCameraSwitchDelayMs, this, [this] { switchCamera(CapturePosition::front); });
+        runOnMainAfter(kCameraSwitchDelayMs, this,
+                       [this] { capture_->switchCamera(CapturePosition::front); });
         runOnMainAfter(kFaceCutoutDelayMs, this,
                        [this] { guidance_->showCutout(KYCGuidance::Cutout::face); });
     }
@@ -442,7 +422,7 @@ void TSRNativeKYCController::prepareForSelfie() {
 // ---- leaving
 
 void TSRNativeKYCController::followRedirection() {
-    if (videoClient_ && videoClient_->sessionSetupResult == SessionSetupResult::notAuthorized) {
+    if (capture_ && capture_->client().sessionSetupResult == SessionSetupResult::notAuthorized) {
         HostHooks::instance().open(HostHooks::instance().settingsUrl);
         return;
     }
@@ -494,19 +474,12 @@ void TSRNativeKYCController::closeStep() {
 }
 
 void TSRNativeKYCController::handleAppState(AppEvent event) {
-    if (!isSocketConnected() || !isCaptureSessionRunning_ || !videoClient_)
+    if (!isSocketConnected() || !isCaptureSessionRunning())
         return;
-    if (event == AppEvent::didEnterBackground) {
-        videoClient_->videoEncoder.reset();
-        videoClient_->stopCompression();
-        captureManager().stop();
-    } else if (event == AppEvent::didBecomeActive) {
-        // A fresh session, as the camera may have been taken meanwhile; made with the current
-        // position when capture starts again.
-        videoClient_->resetCaptureManager();
-        previewFedBy_ = nullptr;
-        runOnMain(this, [this] { startCapture(currentCameraPosition()); });
-    }
+    if (event == AppEvent::didEnterBackground)
+        capture_->enterBackground();
+    else if (event == AppEvent::didBecomeActive)
+        capture_->returnToForeground(currentCameraPosition());
 }
 
 } // namespace tessara

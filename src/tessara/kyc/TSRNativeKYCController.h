@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tessara/api/TSRViewController.h"
+#include "tessara/kyc/KYCCapture.h"
 #include "tessara/kyc/signalling/TSRNativeSignallingDelegate.h"
 #include "tessara/kyc/video/CapturePosition.h"
 #include "tessara/kyc/video/CaptureSystem.h"
@@ -20,7 +21,6 @@ class KYCGuidance;
 class LivePicture;
 class TSRCameraPreviewView;
 class TSRNativeSignallingClient;
-class VideoCaptureManager;
 class VideoClient;
 
 // The screen of an identity verification step. The verification service drives it over the
@@ -79,17 +79,18 @@ public:
     bool checkingSelfie() const { return checkingSelfie_; }
     CapturePosition currentCameraPosition() const { return CapturePosition(currentCameraPosition_.load()); }
     bool isSocketConnected() const;
-    bool cameraHasStarted() const { return cameraHasStarted_; }
+    bool cameraHasStarted() const;
     bool serverIsReadyForFrames() const { return serverIsReadyForFrames_.load(); }
     bool isServiceAvailable() const { return isServiceAvailable_; }
-    bool isCaptureSessionRunning() const { return isCaptureSessionRunning_; }
+    bool isCaptureSessionRunning() const;
     std::optional<QString> redirectionStepId() const { return redirectionStepId_; }
     int64_t encodedFramesCount() const;
     int64_t sentFramesCount() const;
-    double desiredFrameRate() const { return desiredFrameRate_; }
+    double desiredFrameRate() const { return KYCCapture::kDesiredFrameRate; }
 
     TSRNativeSignallingClient* signallingClient() const { return signallingClient_.get(); }
-    VideoClient* videoClient() const { return videoClient_.get(); }
+    // Null until the views are loaded.
+    VideoClient* videoClient() const;
     KYCGuidance* guidance() const { return guidance_.get(); }
     TSRCameraPreviewView* videoView() const { return videoView_; }
     LivePicture* livePicture() const { return livePicture_; }
@@ -113,11 +114,8 @@ private:
     void setContinueButtonTitle(const QString& title);
     void layoutViews();
 
-    VideoCaptureManager& captureManager();
-    void startCapture(CapturePosition position);
-    void startFramesIfReady();
+    void setupCapture();
     void stopCapture();
-    void switchCamera(CapturePosition position);
     void applyStatus(const QString& word);
     void runTerminalSequence(const QString& word);
     void prepareForIDCard();
@@ -128,24 +126,20 @@ private:
     std::shared_ptr<KYCFrameSender> frameSender_;
     std::unique_ptr<TSRNativeSignallingClient> signallingClient_;
     std::unique_ptr<KYCGuidance> guidance_;
-    std::unique_ptr<VideoClient> videoClient_;
+    std::unique_ptr<KYCCapture> capture_;       // made with the views
     TSRCameraPreviewView* videoView_ = nullptr; // child of backingView_
     LivePicture* livePicture_ = nullptr;        // child of videoView_
     QWidget* backingView_ = nullptr;            // child
     ActivityIndicator* spinnerView_ = nullptr;  // child of backingView_
     BusyButton* continueButton_ = nullptr;      // child
-    const VideoCaptureManager* previewFedBy_ = nullptr;
     QPointer<QNetworkReply> statusRequest_;
     bool viewLoaded_ = false;
 
     // Written on the socket's thread before the main-thread call of the same message.
     std::atomic<int> currentCameraPosition_{0};
     std::atomic<bool> serverIsReadyForFrames_{false};
-    bool cameraHasStarted_ = false;
     bool isServiceAvailable_ = true;
     bool checkingSelfie_ = false;
-    bool isCaptureSessionRunning_ = false;
-    double desiredFrameRate_ = 30.0;
     std::optional<QString> redirectionStepId_;
     std::optional<QString> status_;
 };

@@ -27,7 +27,7 @@ QSize CloseGlyphButton::sizeHint() const {
 void CloseGlyphButton::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
-    const bool dark = TSRAppearance::isDarkStyle();
+    const bool dark = TSRAppearance::isDarkStyle(this);
     QColor disc = dark ? QColor(255, 255, 255, 40) : QColor(118, 118, 128, 30);
     if (isDown() || hovered_)
         disc.setAlpha(disc.alpha() * 2);

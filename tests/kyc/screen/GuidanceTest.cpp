@@ -1,12 +1,15 @@
 #include "ScreenTestSupport.h"
 #include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/kyc/CutoutImageView.h"
+#include "tessara/kyc/InstructionsBubble.h"
 #include "tessara/kyc/OCRProgressView.h"
 #include "tessara/kyc/WhiteTouchTarget.h"
 #include "tessara/kyc/video/TSRCameraPreviewView.h"
 #include "tessara/ui/BusyButton.h"
 
+#include <QFontMetrics>
 #include <QLabel>
+#include <cmath>
 
 namespace tessara::test {
 namespace {
@@ -131,6 +134,67 @@ TEST(Guidance, ThePictureAreaIsFourByThreeAndTheTextSits32BelowIt) {
     const QRect button = s.continueButton()->geometry();
     EXPECT_EQ(button.bottom() + 1, 700 - 16);
     EXPECT_EQ(button.left(), 16);
+}
+
+// Relative luminance and contrast ratio as accessibility checkers compute them.
+double luminance(const QColor& c) {
+    auto channel = [](double v) { return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+    return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) + 0.0722 * channel(c.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const double la = luminance(a), lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+TEST(Guidance, TheBubbleOfTheDefaultThemeIsDarkUnderItsWhiteTextOnALightApplication) {
+    currentAppearance().setEmbedInstructionsLabelInBubble(true);
+    ScreenRig rig;
+    ASSERT_FALSE(TSRAppearance::isDarkStyle()) << "the application is light";
+    rig.screen->resize(390, 700);
+    InstructionsBubble* bubble = rig.screen->guidance()->bubble();
+    ASSERT_NE(bubble, nullptr);
+    const QColor fill = bubble->grab().toImage().pixelColor(bubble->width() / 2, 3);
+    const QColor text = rig.screen->guidance()->instructionsLabel()->palette().color(QPalette::WindowText);
+    EXPECT_GE(contrast(fill, text), 4.5)
+        << fill.name().toStdString() << " under " << text.name().toStdString();
+    currentAppearance().setEmbedInstructionsLabelInBubble(false);
+}
+
+// Text a little too wide shrinks and stays on one line; text too wide even at three quarters of
+// the size wraps at that size.
+TEST(Guidance, TheTextShrinksToThreeQuartersBeforeItWraps) {
+    const QFont saved = currentAppearance().font();
+    QFont font = saved;
+    font.setPixelSize(20);
+    currentAppearance().setFont(font);
+    ScreenRig rig;
+    rig.screen->resize(390, 700);
+    QLabel* label = rig.screen->guidance()->instructionsLabel();
+    const int room = 390 - 2 * 16;
+    // Words until the text on one line at the theme's size is `ratio` of the room.
+    auto textOf = [&](double ratio) {
+        QString text = QStringLiteral("Покажете");
+        while (QFontMetrics(font).horizontalAdvance(text) < ratio * room)
+            text += QStringLiteral(" карта");
+        return text;
+    };
+    struct Row {
+        double ratio;
+        int smallest, largest; // pixel sizes
+        bool wraps;
+    };
+    const Row rows[] = {{0.8, 20, 20, false}, {1.15, 15, 19, false}, {1.8, 15, 15, true}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.ratio);
+        rig.screen->guidance()->setInstructionsText(textOf(row.ratio));
+        EXPECT_GE(label->font().pixelSize(), row.smallest);
+        EXPECT_LE(label->font().pixelSize(), row.largest);
+        const int lineHeight = QFontMetrics(label->font()).lineSpacing();
+        EXPECT_EQ(label->height() > lineHeight * 3 / 2, row.wraps) << label->height();
+        EXPECT_LE(label->width(), room);
+    }
+    currentAppearance().setFont(saved);
 }
 
 } // namespace
