@@ -102,17 +102,6 @@ TEST(CreditRequestFormSteps, BackendReceivesEveryValueAndFileInOrder) {
                            "07-documents-filled.png", "08-window.png"}));
 }
 
-TEST(CreditRequestFormSteps, StepWithoutScreenInThisBuildEndsWithExitCode3) {
-    const DemoRun run = DemoRun::run(DemoRun::autopilotOptions(kProcesses, QStringLiteral("credit-request")));
-    EXPECT_EQ(run.exitCode, 3) << run.log.join(u'\n').toStdString();
-    EXPECT_EQ(run.message,
-              QStringLiteral("step kyc-verification of type KYC_ID is not supported by this build"));
-    // The steps before it were still sent in full.
-    EXPECT_EQ(run.record.value(QLatin1String("uploads")).toArray().size(), 1);
-    EXPECT_EQ(strings(run.record.value(QLatin1String("steps")).toArray()).last(),
-              QStringLiteral("kyc-verification"));
-}
-
 TEST(CreditRequestFormSteps, RefusedAnswerEndsWithTheAlertsWordsAndSendsNothing) {
     QTemporaryDir dir;
     QFile::copy(kSample + QStringLiteral("/answers.json"), dir.filePath(QStringLiteral("answers.json")));
