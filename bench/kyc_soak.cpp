@@ -190,8 +190,10 @@ int main(int argc, char** argv) {
     QObject::connect(&sampler, &QTimer::timeout, &app, [&] {
         samples.push_back(residentBytes());
         const int second = int(samples.size());
-        if (second % 60 == 0) {
+        // Asked a second early, so the minute's line has a fresh count.
+        if (second % 60 == 59)
             askReport();
+        if (second % 60 == 0) {
             std::printf("%3d min: resident %.1f MB, %d pictures decoded by the service\n", second / 60,
                         megabytes(samples.back()), pictures);
             std::fflush(stdout);

@@ -206,6 +206,9 @@ void Autopilot::act(const StepScreen& screen) {
                                 screenshots_.captureWidget(host_, id + QLatin1Char('-') + what);
                             }});
     timings_.back().fillMs = clock_.elapsed() - started;
+    // A strategy that waits spins the event loop, where the watchdog may have ended the run.
+    if (finished_)
+        return;
     if (plan.kind == StepPlan::Kind::stop) {
         finish(plan.exitCode, plan.message);
         return;
