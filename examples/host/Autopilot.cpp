@@ -201,10 +201,25 @@ void Autopilot::act(const StepScreen& screen) {
         return;
     }
     QPointer<QWidget> guard(screen.widget());
-    const StepPlan plan = strategy->prepare(screen, StepContext{config_.answers, log_, shownSteps_});
+    const StepPlan plan = strategy->prepare(
+        screen, StepContext{config_.answers, log_, shownSteps_, [this, id](const QString& what) {
+                                screenshots_.captureWidget(host_, id + QLatin1Char('-') + what);
+                            }});
     timings_.back().fillMs = clock_.elapsed() - started;
+    // A strategy that waits spins the event loop, where the watchdog may have ended the run.
+    if (finished_)
+        return;
     if (plan.kind == StepPlan::Kind::stop) {
         finish(plan.exitCode, plan.message);
+        return;
+    }
+    if (plan.kind == StepPlan::Kind::awaitLeave) {
+        // The next screen ends the wait as after a press; the watchdog covers a screen that stays.
+        log_.line(QStringLiteral("  the step leads on by itself"));
+        phase_ = Phase::awaitingAnswer;
+        buttonBackSinceMs_ = -1;
+        phaseStartedMs_ = clock_.elapsed();
+        pressed_ = nullptr;
         return;
     }
     if (!guard || !plan.button) {

@@ -11,12 +11,15 @@
 #include "host/SubmissionSummary.h"
 #include "tessara/api/Tessara.h"
 
+#include <QCameraDevice>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QGuiApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocale>
+#include <QMediaDevices>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -118,6 +121,13 @@ bool DemoApp::start() {
     // A Bulgarian bank app: dates and numbers in the SDK's controls follow the app's locale.
     QLocale::setDefault(QLocale(QLocale::Bulgarian, QLocale::Bulgaria));
     tessara_ = std::make_unique<Tessara>(backendUrl_, brandTheme());
+    const QString platform = QGuiApplication::platformName();
+    const bool display = platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
+    // Without a display the camera list is not asked for: it would wake the media backend for nothing.
+    const QString camera = options_.camera.value_or(
+        DemoOptions::defaultCamera(display, display && !QMediaDevices::videoInputs().isEmpty()));
+    Tessara::setCamera(camera);
+    log_->line(QStringLiteral("camera: %1").arg(camera));
 
     window_ = std::make_unique<DemoWindow>();
     connect(log_.get(), &DemoLog::lineAdded, window_->logPanel(), &CallbackLogPanel::append);

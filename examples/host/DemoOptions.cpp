@@ -47,6 +47,12 @@ struct Parser {
         QStringLiteral("until"),
         QStringLiteral("Autopilot: stop successfully when step DIRECTION_ID is reached."),
         QStringLiteral("DIRECTION_ID")};
+    QCommandLineOption camera{
+        QStringLiteral("camera"),
+        QStringLiteral("What the verification step films: system (the device's camera), synthetic (a drawn "
+                       "document and face) or file:PATH (raw NV12 frames in a loop). Default: system when a "
+                       "camera and a display are present, else synthetic."),
+        QStringLiteral("CAMERA")};
 
     Parser() {
         parser.setApplicationDescription(
@@ -55,7 +61,7 @@ struct Parser {
                            "Exit codes with --autopilot: 0 done, 1 start failed or answers rejected, 2 "
                            "time-out, 3 step kind not supported by this build."));
         parser.addOptions({help, backend, processes, process, open, token, autopilot, answers, screenshots,
-                           timeout, summary, until});
+                           timeout, summary, until, camera});
     }
 };
 
@@ -72,6 +78,10 @@ QString DemoOptions::defaultProcessId() {
 
 QString DemoOptions::defaultProcessesDir() {
     return QStringLiteral(TESSARA_DEMO_PROCESSES_DIR);
+}
+
+QString DemoOptions::defaultCamera(bool displayPresent, bool cameraPresent) {
+    return displayPresent && cameraPresent ? QStringLiteral("system") : QStringLiteral("synthetic");
 }
 
 QString DemoOptions::helpText() {
@@ -131,6 +141,18 @@ std::optional<DemoOptions> DemoOptions::parse(const QStringList& arguments, QStr
     o.summary = p.parser.isSet(p.summary);
     if (p.parser.isSet(p.until))
         o.untilDirectionId = p.parser.value(p.until);
+    if (p.parser.isSet(p.camera)) {
+        const QString camera = p.parser.value(p.camera);
+        const QString path = camera.startsWith(QLatin1String("file:")) ? camera.mid(5) : QString();
+        if (camera == QLatin1String("system") || camera == QLatin1String("synthetic")) {
+            o.camera = camera;
+        } else if (!path.isEmpty()) {
+            o.camera = QStringLiteral("file:") + absolutePath(path);
+        } else {
+            *error = QStringLiteral("--camera is system, synthetic or file:PATH, not \"%1\"").arg(camera);
+            return std::nullopt;
+        }
+    }
     if (o.untilDirectionId && !o.autopilot) {
         *error = QStringLiteral("--until only makes sense with --autopilot");
         return std::nullopt;

@@ -27,6 +27,8 @@ struct DemoOptions {
     bool summary = false;
     // Set: the autopilot ends successfully as soon as this step is on screen (or answered).
     std::optional<QString> untilDirectionId;
+    // "system", "synthetic" or "file:PATH" (an absolute path); unset: chosen by defaultCamera.
+    std::optional<QString> camera;
 
     // Parses `arguments` (argv, the program name first). On a usage error returns
     // std::nullopt and sets `error`; `--help` is reported through `helpRequested`.
@@ -38,6 +40,8 @@ struct DemoOptions {
     static QString defaultProcessId();
     // The directory of bundled processes of this source tree.
     static QString defaultProcessesDir();
+    // The device's camera when there is one and a display to look at it, else the drawn one.
+    static QString defaultCamera(bool displayPresent, bool cameraPresent);
 };
 
 } // namespace tessara::demo

@@ -2,15 +2,14 @@
 
 #include "host/CalculatorScreenStrategy.h"
 #include "host/FormScreenStrategy.h"
-#include "host/UnsupportedScreenStrategy.h"
+#include "host/VerificationScreenStrategy.h"
 
 namespace tessara::demo {
 
 ScreenStrategies ScreenStrategies::standard() {
     ScreenStrategies set;
     set.add(std::make_unique<CalculatorScreenStrategy>());
-    // The identity check gets its own strategy when its screen lands.
-    set.add(std::make_unique<UnsupportedScreenStrategy>(QStringList{QStringLiteral("KYC_ID")}));
+    set.add(std::make_unique<VerificationScreenStrategy>());
     set.add(std::make_unique<FormScreenStrategy>());
     return set;
 }

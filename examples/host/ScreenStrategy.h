@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 namespace tessara::demo {
 
@@ -18,6 +19,9 @@ struct StepPlan {
         forward, // press `button`, which leads to `directionId`
         close,   // press `button` (the closing screen's button or the close button)
         stop,    // end the run with `exitCode` and `message`
+        // nothing to press: the screen leaves by itself (a verdict of the verification service),
+        // or has already gone
+        awaitLeave,
     };
     Kind kind = Kind::stop;
     QPointer<QAbstractButton> button;
@@ -41,6 +45,8 @@ struct StepContext {
     DemoLog& log;
     // The direction ids of the steps shown so far in this run, the current one last.
     const QStringList& shownSteps;
+    // Keeps a picture of the host's widget now, named after the step and `what`; may be empty.
+    std::function<void(const QString& what)> capture;
 };
 
 // How the autopilot drives one kind of step screen. Each kind of screen the SDK can show gets

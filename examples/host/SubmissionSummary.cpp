@@ -81,6 +81,33 @@ QStringList SubmissionSummary::format(const QJsonObject& record) {
                      .arg(upload.value(QLatin1String("contentType")).toString(),
                           upload.value(QLatin1String("storedPath")).toString());
     }
+    const QJsonObject seen = record.value(QLatin1String("verification")).toObject();
+    if (!seen.isEmpty()) {
+        auto number = [&](const char* key) { return qint64(seen.value(QLatin1String(key)).toDouble()); };
+        const QJsonValue first = seen.value(QLatin1String("firstPictureMs"));
+        lines << QStringLiteral("  verification (script %1, attempt %2): %3")
+                     .arg(seen.value(QLatin1String("script")).toString())
+                     .arg(number("attempt"))
+                     .arg(seen.value(QLatin1String("status")).toString());
+        lines << QStringLiteral(
+                     "    %1 pictures decoded, the last %2x%3, %4 key frames; profile %5, level %6")
+                     .arg(number("pictures"))
+                     .arg(number("width"))
+                     .arg(number("height"))
+                     .arg(number("keyFrames"))
+                     .arg(number("profile"))
+                     .arg(number("level"));
+        lines << QStringLiteral("    %1 units, %2 bytes; first picture %3; %4 reconnects")
+                     .arg(number("units"))
+                     .arg(number("bytes"))
+                     .arg(first.isDouble()
+                              ? QStringLiteral("%1 ms after the join").arg(qint64(first.toDouble()))
+                              : QStringLiteral("never"))
+                     .arg(number("reconnects"));
+        const QString stream = seen.value(QLatin1String("streamPath")).toString();
+        if (!stream.isEmpty())
+            lines << QStringLiteral("    stream: %1").arg(stream);
+    }
     return lines;
 }
 

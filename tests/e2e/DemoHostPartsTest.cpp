@@ -33,6 +33,7 @@ TEST(DemoOptions, ParsesTheCommandLine) {
              EXPECT_EQ(o.processesDir, DemoOptions::defaultProcessesDir());
              EXPECT_EQ(o.timeoutSeconds, 60);
              EXPECT_FALSE(o.autopilot);
+             EXPECT_FALSE(o.camera);
          }},
         {{"--backend", "https://bank.example/api/", "--process", "p1", "--token", "", "--open", "step-3"},
          nullptr,
@@ -52,6 +53,17 @@ TEST(DemoOptions, ParsesTheCommandLine) {
              EXPECT_EQ(o.untilDirectionId, QStringLiteral("x"));
              EXPECT_EQ(o.timeoutSeconds, 0);
          }},
+        {{"--camera", "synthetic"},
+         nullptr,
+         [](const DemoOptions& o) { EXPECT_EQ(o.camera, QStringLiteral("synthetic")); }},
+        {{"--camera", "file:frames.nv12"},
+         nullptr,
+         [](const DemoOptions& o) {
+             EXPECT_EQ(o.camera, QStringLiteral("file:") +
+                                     QDir::current().absoluteFilePath(QStringLiteral("frames.nv12")));
+         }},
+        {{"--camera", "file:"}, "--camera is system, synthetic or file:PATH", {}},
+        {{"--camera", "webcam"}, "--camera is system, synthetic or file:PATH", {}},
         {{"--backend", "127.0.0.1:8080"}, "--backend needs an absolute URL", {}},
         {{"--timeout", "soon"}, "--timeout needs a whole number of seconds", {}},
         {{"--timeout", "-1"}, "--timeout needs a whole number of seconds", {}},
@@ -155,6 +167,34 @@ TEST(SubmissionSummary, ListsStepsValuesAndFiles) {
                      "  steps visited (2): personal-data -> contact-data",
                      "  values received (1):", "    [personal-data] firstName = Иван", "  files stored (1):",
                      "    [documents] incomeDocument: a.pdf, 706 bytes, application/pdf -> /tmp/x/a.pdf"}));
+}
+
+TEST(SubmissionSummary, AddsWhatTheVerificationServiceSaw) {
+    const char* seen = R"("script": "dropped-connection", "attempt": 2, "status": "KYC_STATUS_SELFIE_OK",
+        "units": 230, "bytes": 612000, "pictures": 104, "width": 1440, "height": 1080, "keyFrames": 3,
+        "profile": 66, "level": 41, "reconnects": 1, "streamPath": "")";
+    const QStringList head{"summary of submission s1 (process p)",
+                           "  steps visited (0): ", "  values received (0):", "  files stored (0):"};
+    struct Case {
+        const char* firstPicture;
+        QStringList tail;
+    };
+    const Case cases[] = {
+        {"120",
+         {"  verification (script dropped-connection, attempt 2): KYC_STATUS_SELFIE_OK",
+          "    104 pictures decoded, the last 1440x1080, 3 key frames; profile 66, level 41",
+          "    230 units, 612000 bytes; first picture 120 ms after the join; 1 reconnects"}},
+        {"null",
+         {"  verification (script dropped-connection, attempt 2): KYC_STATUS_SELFIE_OK",
+          "    104 pictures decoded, the last 1440x1080, 3 key frames; profile 66, level 41",
+          "    230 units, 612000 bytes; first picture never; 1 reconnects"}},
+    };
+    for (const Case& c : cases) {
+        const QByteArray json = QByteArray(R"({"submissionId": "s1", "processId": "p", "verification": {)") +
+                                seen + R"(, "firstPictureMs": )" + c.firstPicture + "}}";
+        EXPECT_EQ(SubmissionSummary::format(QJsonDocument::fromJson(json).object()), head + c.tail)
+            << json.constData();
+    }
 }
 
 TEST(SubmissionSummary, MeanStepTimeCountsOnlyStepsThatWereLeft) {

@@ -46,6 +46,12 @@ public:
     static std::shared_ptr<TSRAppearance> appearance();
     static void setAppearance(std::shared_ptr<TSRAppearance> appearance);
 
+    // Which camera verification steps opened from now on film with: "system" (the device's
+    // camera, the default), "synthetic" (a drawn document and face) or "file:PATH" (raw NV12
+    // frames played in a loop). An unknown choice ends the program when such a step opens.
+    // Main thread.
+    static void setCamera(const QString& choice);
+
     using Completion = std::function<void(TSRResult<bool>)>;
     using ObjcCompletion = std::function<void(bool success, std::optional<TSRError> error)>;
 

@@ -5,6 +5,7 @@
 #include "tessara/appearance/CurrentAppearance.h"
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/platform/FatalError.h"
+#include "tessara/platform/HostHooks.h"
 #include "tessara/platform/Logging.h"
 #include "tessara/steps/StepPreparation.h"
 
@@ -47,6 +48,10 @@ std::shared_ptr<TSRAppearance> Tessara::appearance() {
 
 void Tessara::setAppearance(std::shared_ptr<TSRAppearance> appearance) {
     setCurrentAppearance(std::move(appearance));
+}
+
+void Tessara::setCamera(const QString& choice) {
+    HostHooks::instance().camera = choice;
 }
 
 TSRDelegate* Tessara::delegate() const {
