@@ -125,9 +125,12 @@ TEST(ScreenLook, TheBarFollowsADarkPalette) {
 }
 
 // A screen that forces a style (the verification screen forces dark) gets a bar of that style on
-// a light application; lifting the force brings the light bar back.
+// a light application, even when the host set a light background of its own; lifting the force
+// brings the host's bar back.
 TEST(ScreenLook, TheBarFollowsTheForcedStyleUntilItIsLifted) {
-    Tessara::setAppearance(std::make_shared<TSRAppearance>());
+    auto look = std::make_shared<TSRAppearance>();
+    look->setBackgroundColor(Qt::white);
+    Tessara::setAppearance(look);
     HostWidget host;
     auto screen = std::make_unique<TSRViewController>();
     screen->setNavigationTitle(QStringLiteral("Стъпка"));

@@ -26,13 +26,17 @@ TSRNavigationBar::TSRNavigationBar(QWidget* parent)
 
 void TSRNavigationBar::applyTheme() {
     const QScopedValueRollback guard(applyingTheme_, true);
-    const TSRAppearance::StyleScope style(TSRAppearance::interfaceStyle(this));
+    const InterfaceStyle forced = TSRAppearance::interfaceStyle(this);
+    const TSRAppearance::StyleScope style(forced);
     TSRAppearance& theme = currentAppearance();
-    background_ = theme.backgroundColor();
+    // A screen that forces the dark style (the camera screen) gets the system's dark bar: a
+    // host's light background would leave the light glyphs of that style unreadable.
+    const bool forcedDark = forced == InterfaceStyle::dark;
+    background_ = forcedDark ? QColor(Qt::black) : theme.backgroundColor();
     hairline_ = TSRAppearance::separatorColor();
     titleLabel_->setFont(theme.navigationTitleFont());
     QPalette titlePalette = titleLabel_->palette();
-    titlePalette.setColor(QPalette::WindowText, theme.textColor());
+    titlePalette.setColor(QPalette::WindowText, forcedDark ? QColor(Qt::white) : theme.textColor());
     titleLabel_->setPalette(titlePalette);
     // Bar items take the tint, as buttons in a mobile bar do.
     QPalette barPalette = palette();
