@@ -14,6 +14,7 @@
 #include "tessara/steps/StepSubmission.h"
 #include "tessara/ui/ActivityIndicator.h"
 #include "tessara/ui/Alert.h"
+#include "tessara/ui/CloseConfirmation.h"
 #include "tessara/ui/CloseGlyphButton.h"
 #include "tessara/ui/DisplayDate.h"
 #include "tessara/ui/KeyboardGuide.h"
@@ -330,19 +331,8 @@ void TSRCreditCalculatorController::continueButtonTapped() {
 }
 
 void TSRCreditCalculatorController::closeHandler() {
-    QPointer<TSRCreditCalculatorController> self(this);
-    showAlert(
-        this, QStringLiteral("Сигурни ли сте, че искате да затворите калкулатора?"),
-        QStringLiteral("Ако го затворите преди да го изпратите, попълнените данни ще се загубят."),
-        {AlertAction{
-             QStringLiteral("Остани"), QStringLiteral("cancelAction"), AlertAction::Style::cancel, true, {}},
-         AlertAction{QStringLiteral("Затвори"), QStringLiteral("destroyAction"),
-                     AlertAction::Style::destructive, false,
-                     [self] {
-                         if (self)
-                             self->dismissAndReportClose();
-                     }}},
-        currentAppearance().tintColor());
+    showCloseConfirmation(this, QStringLiteral("Сигурни ли сте, че искате да затворите калкулатора?"),
+                          [this] { dismissAndReportClose(); });
 }
 
 } // namespace tessara

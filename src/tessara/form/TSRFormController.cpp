@@ -18,6 +18,7 @@
 #include "tessara/steps/StepSubmission.h"
 #include "tessara/ui/Alert.h"
 #include "tessara/ui/BusyButton.h"
+#include "tessara/ui/CloseConfirmation.h"
 #include "tessara/ui/CloseGlyphButton.h"
 #include "tessara/ui/InputShield.h"
 #include "tessara/ui/KeyboardGuide.h"
@@ -275,19 +276,8 @@ void TSRFormController::closeHandler() {
         reportClose();
         return;
     }
-    QPointer<TSRFormController> self(this);
-    showAlert(
-        this, QStringLiteral("Сигурни ли сте, че искате да затворите формуляра?"),
-        QStringLiteral("Ако го затворите преди да го изпратите, попълнените данни ще се загубят."),
-        {AlertAction{
-             QStringLiteral("Остани"), QStringLiteral("cancelAction"), AlertAction::Style::cancel, true, {}},
-         AlertAction{QStringLiteral("Затвори"), QStringLiteral("destroyAction"),
-                     AlertAction::Style::destructive, false,
-                     [self] {
-                         if (self)
-                             self->reportClose();
-                     }}},
-        currentAppearance().tintColor());
+    showCloseConfirmation(this, QStringLiteral("Сигурни ли сте, че искате да затворите формуляра?"),
+                          [this] { reportClose(); });
 }
 
 void TSRFormController::reportClose() {

@@ -23,6 +23,7 @@
 #include "tessara/ui/Alert.h"
 #include "tessara/ui/BusyButton.h"
 #include "tessara/ui/ButtonAppearance.h"
+#include "tessara/ui/CloseConfirmation.h"
 #include "tessara/ui/CloseGlyphButton.h"
 
 #include <QGuiApplication>
@@ -450,19 +451,8 @@ void TSRNativeKYCController::followRedirection() {
 }
 
 void TSRNativeKYCController::confirmClose() {
-    QPointer<TSRNativeKYCController> self(this);
-    showAlert(
-        this, QStringLiteral("Сигурни ли сте, че искате да затворите екрана?"),
-        QStringLiteral("Ако го затворите преди да го изпратите, попълнените данни ще се загубят."),
-        {AlertAction{
-             QStringLiteral("Остани"), QStringLiteral("cancelAction"), AlertAction::Style::cancel, true, {}},
-         AlertAction{QStringLiteral("Затвори"), QStringLiteral("destroyAction"),
-                     AlertAction::Style::destructive, false,
-                     [self] {
-                         if (self)
-                             self->closeStep();
-                     }}},
-        currentAppearance().tintColor());
+    showCloseConfirmation(this, QStringLiteral("Сигурни ли сте, че искате да затворите екрана?"),
+                          [this] { closeStep(); });
 }
 
 void TSRNativeKYCController::closeStep() {
