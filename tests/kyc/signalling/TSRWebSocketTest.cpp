@@ -61,7 +61,7 @@ TEST(TSRWebSocket, PingsEveryTwoSecondsWithTheFirstAtOnce) {
     const auto pings = open.server.frames(Kind::ping);
     EXPECT_LT(pings[0].atMs - openedAt, 500); // at once; the margin is for a loaded machine
     for (size_t i = 1; i < 3; ++i) {
-        EXPECT_GE(pings[i].atMs - pings[i - 1].atMs, 1900);
+        EXPECT_GE(pings[i].atMs - pings[i - 1].atMs, 1800); // delivery jitter of the earlier ping
         EXPECT_LE(pings[i].atMs - pings[i - 1].atMs, 2600);
     }
 }

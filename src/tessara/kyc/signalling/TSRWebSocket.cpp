@@ -36,6 +36,8 @@ TSRWebSocket::TSRWebSocket(QUrl url, QObject* parent)
     session_->moveToThread(thread_.get());
     thread_->start();
     pingPongTimer_.setInterval(PING_INTERVAL_MS);
+    // A coarse timer may fire up to 5 % early; the service expects the beat every 2 s.
+    pingPongTimer_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&pingPongTimer_, &QTimer::timeout, this,
                      [this] { onSession([this] { pingOnSession(); }); });
 }
