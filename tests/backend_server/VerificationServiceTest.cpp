@@ -206,8 +206,9 @@ TEST_F(Simulator, VideoThatIsMissingOrOfAnotherSizeNeverPasses) {
         StreamingScreen screen(c.size);
         screen.sendsVideo = c.sendsVideo;
         screen.start(streamUrl(), hash);
-        // More pictures than the whole script needs, or a second of silence.
-        runUntil([&] { return seen(id)[QStringLiteral("pictures")].toInt() >= 150; },
+        // More pictures than the whole script needs, or a second of silence. The id is copied:
+        // some compilers cannot capture a structured binding.
+        runUntil([&, id = id] { return seen(id)[QStringLiteral("pictures")].toInt() >= 150; },
                  c.sendsVideo ? 15000 : 1000);
         EXPECT_EQ(screen.statuses, QStringList{"KYC_STATUS_ID_PREPARE_FACE"});
         EXPECT_EQ(kycStatus(id, hash), QStringLiteral("KYC_STATUS_ID_PREPARE_FACE"));

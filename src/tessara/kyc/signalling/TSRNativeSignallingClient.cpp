@@ -10,6 +10,8 @@ namespace tessara {
 
 namespace {
 template <typename... Handlers> struct Overloaded : Handlers... { using Handlers::operator()...; };
+// Clang before 17 cannot deduce an aggregate's template arguments without a guide.
+template <typename... Handlers> Overloaded(Handlers...) -> Overloaded<Handlers...>;
 } // namespace
 
 TSRNativeSignallingClient::TSRNativeSignallingClient(std::unique_ptr<TSRWebSocketProvider> webSocket,
