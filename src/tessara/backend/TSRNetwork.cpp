@@ -12,8 +12,24 @@
 
 namespace tessara {
 
+namespace {
+
+QPointer<TSRNetwork>& sharedInstance() {
+    static QPointer<TSRNetwork> instance;
+    return instance;
+}
+
+// Runs at the start of the application object's destructor. Deleted later, as one of the
+// application's children, the network access manager would leave the state of requests still in
+// flight on its worker thread behind: by then Qt no longer delivers the cleanup it posts there.
+void deleteSharedInstance() {
+    delete sharedInstance().data();
+}
+
+} // namespace
+
 TSRNetwork& TSRNetwork::shared() {
-    static QPointer<TSRNetwork> instance = [] {
+    static const bool created = [] {
         auto* app = QCoreApplication::instance();
         if (!app)
             fatalError(QStringLiteral("The backend client needs a running QCoreApplication."));
@@ -22,9 +38,12 @@ TSRNetwork& TSRNetwork::shared() {
             fatalError(QStringLiteral("The backend client must first be used on the main thread."));
         // Owned by the application object, so it lives exactly as long as the program's
         // event loop can serve it.
-        auto* network = new TSRNetwork(app);
-        return QPointer<TSRNetwork>(network);
+        sharedInstance() = new TSRNetwork(app);
+        qAddPostRoutine(deleteSharedInstance);
+        return true;
     }();
+    Q_UNUSED(created);
+    const QPointer<TSRNetwork>& instance = sharedInstance();
     if (!instance)
         fatalError(QStringLiteral("The backend client was used after the application ended."));
     return *instance;
