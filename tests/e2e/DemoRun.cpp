@@ -18,7 +18,9 @@ DemoOptions DemoRun::autopilotOptions(const QString& processesDir, const QString
     options.processesDir = processesDir;
     options.processId = processId;
     options.autopilot = true;
-    options.timeoutSeconds = 15;
+    // A verification holds one screen for its whole run, which takes twice as long under the
+    // sanitizers; a stuck run still ends well within each test's own limit.
+    options.timeoutSeconds = 30;
     return options;
 }
 
