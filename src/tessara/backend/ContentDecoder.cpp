@@ -10,8 +10,15 @@ namespace {
 
 constexpr int kChunk = 64 * 1024;
 
-// windowBits selects the wrapper: 16+15 gzip, 15 zlib, -15 raw deflate.
-std::optional<QByteArray> runInflate(const QByteArray& body, int windowBits) {
+// Whether `produced` more bytes still fit under the limit; output is appended chunk by
+// chunk, so a bomb stops within one chunk of the limit instead of after its whole size.
+bool fits(const QByteArray& out, size_t produced) {
+    return out.size() + static_cast<qsizetype>(produced) <= ContentDecoder::MAX_DECODED_BODY_BYTES;
+}
+
+// windowBits selects the wrapper: 16+15 gzip, 15 zlib, -15 raw deflate. `overLimit` tells
+// a refused size from corrupt bytes.
+std::optional<QByteArray> runInflate(const QByteArray& body, int windowBits, bool* overLimit = nullptr) {
     z_stream stream{};
     if (inflateInit2(&stream, windowBits) != Z_OK)
         return std::nullopt;
@@ -26,7 +33,14 @@ std::optional<QByteArray> runInflate(const QByteArray& body, int windowBits) {
         status = ::inflate(&stream, Z_NO_FLUSH);
         if (status != Z_OK && status != Z_STREAM_END)
             break;
-        out.append(buffer, kChunk - static_cast<int>(stream.avail_out));
+        const size_t produced = kChunk - stream.avail_out;
+        if (!fits(out, produced)) {
+            if (overLimit)
+                *overLimit = true;
+            status = Z_DATA_ERROR;
+            break;
+        }
+        out.append(buffer, static_cast<qsizetype>(produced));
         // A gzip body may hold several members back to back; read them all.
         if (status == Z_STREAM_END && windowBits > 15 && stream.avail_in > 0) {
             if (inflateReset(&stream) != Z_OK)
@@ -49,8 +63,11 @@ std::optional<QByteArray> ContentDecoder::gunzip(const QByteArray& body) {
 std::optional<QByteArray> ContentDecoder::inflate(const QByteArray& body) {
     // "deflate" is meant to be zlib-wrapped, but servers send raw deflate often enough
     // that both are accepted; the zlib header's checksum tells them apart.
-    if (auto zlib = runInflate(body, MAX_WBITS))
+    bool overLimit = false;
+    if (auto zlib = runInflate(body, MAX_WBITS, &overLimit))
         return zlib;
+    if (overLimit)
+        return std::nullopt;
     return runInflate(body, -MAX_WBITS);
 }
 
@@ -68,7 +85,12 @@ std::optional<QByteArray> ContentDecoder::unbrotli(const QByteArray& body) {
         uint8_t* nextOut = buffer;
         result =
             BrotliDecoderDecompressStream(state, &availableIn, &nextIn, &availableOut, &nextOut, nullptr);
-        out.append(reinterpret_cast<const char*>(buffer), static_cast<qsizetype>(kChunk - availableOut));
+        const size_t produced = kChunk - availableOut;
+        if (!fits(out, produced)) {
+            result = BROTLI_DECODER_RESULT_ERROR;
+            break;
+        }
+        out.append(reinterpret_cast<const char*>(buffer), static_cast<qsizetype>(produced));
     }
     BrotliDecoderDestroyInstance(state);
     // Trailing bytes after the end of the stream mean the body is not what it says.
@@ -78,6 +100,8 @@ std::optional<QByteArray> ContentDecoder::unbrotli(const QByteArray& body) {
 }
 
 std::optional<QByteArray> ContentDecoder::decode(const QByteArray& body, const QByteArray& contentEncoding) {
+    if (body.size() > MAX_DECODED_BODY_BYTES)
+        return std::nullopt;
     QList<QByteArray> codings;
     for (const QByteArray& part : contentEncoding.split(',')) {
         const QByteArray coding = part.trimmed().toLower();
