@@ -216,9 +216,13 @@ QNetworkReply* TSRTransport::transfer(Hop hop, const QUrl& originalURL,
     };
     auto activity = std::make_shared<Activity>();
     activity->idle.start();
+    // Aborted from the event loop, not from within the reply's own signal, which Qt is still
+    // in the middle of handling.
     const auto cutOff = [reply, activity] {
+        if (activity->bodyOverLimit)
+            return;
         activity->bodyOverLimit = true;
-        reply->abort();
+        QMetaObject::invokeMethod(reply, &QNetworkReply::abort, Qt::QueuedConnection);
     };
     // A HEAD answer's or a 304's length describes a body that never comes.
     connect(reply, &QNetworkReply::metaDataChanged, reply, [reply, cutOff, head = hop.verb == "HEAD"] {
@@ -233,7 +237,7 @@ QNetworkReply* TSRTransport::transfer(Hop hop, const QUrl& originalURL,
             activity->received = received;
             activity->idle.restart();
         }
-        if (passesBodyLimit(received) && !activity->bodyOverLimit)
+        if (passesBodyLimit(received))
             cutOff();
     });
     connect(reply, &QNetworkReply::uploadProgress, reply, [activity](qint64 sent, qint64) {
