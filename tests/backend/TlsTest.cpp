@@ -2,6 +2,7 @@
 #include "support/LoopbackTlsServer.h"
 
 #include <QMimeDatabase>
+#include <QNetworkAccessManager>
 #include <QSslSocket>
 
 namespace tessara {
@@ -60,6 +61,9 @@ TEST_F(NetworkTest, AnUntrustedCertificateFailsTheCallBeforeAnyByteOfIt) {
             << network->errorDescription().toStdString();
         EXPECT_GT(tls.connectionCount(), before);
     }
+    // The shared client would otherwise close its failed TLS channels only at exit, after Qt's
+    // TLS backend has gone, which Qt reports as a warning.
+    network().transport().session()->clearConnectionCache();
     ASSERT_TRUE(QTest::qWaitFor([&] { return tls.endedConnections() == tls.connectionCount(); }, 5000));
     EXPECT_EQ(tls.completedHandshakes(), 0);
     EXPECT_TRUE(tls.received().isEmpty()) << tls.received().constData();
