@@ -22,6 +22,13 @@ TSRTransferOutcome response(int status, std::optional<QByteArray> body, QByteArr
     return outcome;
 }
 
+// A body cut off for passing the size limit while it arrived.
+TSRTransferOutcome overLimit(int status) {
+    TSRTransferOutcome outcome = response(status, QByteArray());
+    outcome.bodyOverLimit = true;
+    return outcome;
+}
+
 TSRTransferOutcome failure(TSRNetworkError error) {
     TSRTransferOutcome outcome;
     outcome.transportError = std::move(error);
@@ -118,6 +125,9 @@ TEST(UploadResultHandler, MapsEveryOutcomeByTheUploadTable) {
         {"413", response(413, std::nullopt), TSRNetworkError::httpCode(413)},
         {"500", response(500, QByteArray()), TSRNetworkError::httpCode(500)},
         {"599", response(599, std::nullopt), TSRNetworkError::httpCode(599)},
+        // The answer to a good upload is never read, so its size does not matter.
+        {"200 body past the limit", overLimit(200), std::nullopt},
+        {"400 body past the limit", overLimit(400), TSRNetworkError::decodingFailure()},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

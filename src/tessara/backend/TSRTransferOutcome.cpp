@@ -12,7 +12,7 @@ bool TSRTransferOutcome::hasBody(int statusCode, bool headRequest, bool hasConte
 }
 
 std::optional<QByteArray> TSRTransferOutcome::decodedBody() const {
-    if (!body)
+    if (!body || bodyOverLimit)
         return std::nullopt;
     return ContentDecoder::decode(*body, contentEncoding);
 }

@@ -17,6 +17,9 @@ struct TSRTransferOutcome {
     std::optional<int> statusCode;
     // The body as received, still content-coded; absent when the response carried none.
     std::optional<QByteArray> body;
+    // Set when the body grew past ContentDecoder::MAX_DECODED_BODY_BYTES while it arrived and
+    // the transfer was cut short: `body` is then present but empty, and never decodes.
+    bool bodyOverLimit = false;
     // The response's Content-Encoding value, empty when none.
     QByteArray contentEncoding;
     // The request URL's absolute text, for `notFound`.
@@ -30,8 +33,8 @@ struct TSRTransferOutcome {
     static bool hasBody(int statusCode, bool headRequest, bool hasContentLength, bool chunked,
                         qsizetype bytes);
 
-    // The body with its Content-Encoding undone; absent when there is no body or the
-    // coding cannot be undone.
+    // The body with its Content-Encoding undone; absent when there is no body, the body
+    // passed the limit or the coding cannot be undone.
     std::optional<QByteArray> decodedBody() const;
 };
 

@@ -1,5 +1,6 @@
 #include "tessara/backend/TSRTransport.h"
 
+#include "tessara/backend/ContentDecoder.h"
 #include "tessara/backend/RedirectRule.h"
 #include "tessara/backend/TSRMultipartData.h"
 #include "tessara/backend/TSRNetwork.h"
@@ -24,10 +25,26 @@ bool endedByTimeout(QNetworkReply::NetworkError error, qint64 timeoutMs, qint64 
     return error == QNetworkReply::OperationCanceledError && timeoutMs > 0 && idleMs * 10 >= timeoutMs * 9;
 }
 
-TSRTransferOutcome outcomeOf(QNetworkReply* reply, bool timedOut, bool headRequest) {
+// A body whose coded bytes pass the decoded-size limit cannot decode under it either (a
+// coding adds only a few bytes per block), so it is cut off as it arrives rather than
+// buffered: announced by Content-Length or grown while downloading. The result handlers
+// then treat it as the undecodable body it is (decodingFailure; an upload's success ignores
+// it). The abort is no transport failure and never goes through TransportErrorMap.
+bool passesBodyLimit(qint64 bytes) {
+    return bytes > ContentDecoder::MAX_DECODED_BODY_BYTES;
+}
+
+TSRTransferOutcome outcomeOf(QNetworkReply* reply, bool timedOut, bool headRequest, bool bodyOverLimit) {
     TSRTransferOutcome outcome;
     const auto error = reply->error();
     const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+    if (bodyOverLimit && status.isValid()) {
+        outcome.statusCode = status.toInt();
+        outcome.body = QByteArray();
+        outcome.bodyOverLimit = true;
+        outcome.contentEncoding = reply->rawHeader("Content-Encoding");
+        return outcome;
+    }
     if (TransportErrorMap::isTransportFailure(error) || !status.isValid()) {
         // No error and no status cannot come from an HTTP transfer; the handlers treat the
         // missing error as the broken assumption it is.
@@ -195,14 +212,33 @@ QNetworkReply* TSRTransport::transfer(Hop hop, const QUrl& originalURL,
         QElapsedTimer idle;
         qint64 received = 0;
         qint64 sent = 0;
+        bool bodyOverLimit = false;
     };
     auto activity = std::make_shared<Activity>();
     activity->idle.start();
-    connect(reply, &QNetworkReply::downloadProgress, reply, [activity](qint64 received, qint64) {
+    // Aborted from the event loop, not from within the reply's own signal, which Qt is still
+    // in the middle of handling.
+    const auto cutOff = [reply, activity] {
+        if (activity->bodyOverLimit)
+            return;
+        activity->bodyOverLimit = true;
+        QMetaObject::invokeMethod(reply, &QNetworkReply::abort, Qt::QueuedConnection);
+    };
+    // A HEAD answer's or a 304's length describes a body that never comes.
+    connect(reply, &QNetworkReply::metaDataChanged, reply, [reply, cutOff, head = hop.verb == "HEAD"] {
+        const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+        const QVariant length = reply->header(QNetworkRequest::ContentLengthHeader);
+        if (status.isValid() && length.isValid() && passesBodyLimit(length.toLongLong()) &&
+            TSRTransferOutcome::hasBody(status.toInt(), head, true, false, 0))
+            cutOff();
+    });
+    connect(reply, &QNetworkReply::downloadProgress, reply, [activity, cutOff](qint64 received, qint64) {
         if (received > activity->received) {
             activity->received = received;
             activity->idle.restart();
         }
+        if (passesBodyLimit(received))
+            cutOff();
     });
     connect(reply, &QNetworkReply::uploadProgress, reply, [activity](qint64 sent, qint64) {
         if (sent > activity->sent) {
@@ -231,7 +267,7 @@ QNetworkReply* TSRTransport::transfer(Hop hop, const QUrl& originalURL,
         }
         const qint64 timeoutMs = hop.request.transferTimeout();
         const bool timedOut = endedByTimeout(reply->error(), timeoutMs, activity->idle.elapsed());
-        TSRTransferOutcome outcome = outcomeOf(reply, timedOut, hop.verb == "HEAD");
+        TSRTransferOutcome outcome = outcomeOf(reply, timedOut, hop.verb == "HEAD", activity->bodyOverLimit);
         outcome.url = originalURL.toString(QUrl::FullyEncoded);
         (*handler)(outcome);
     });

@@ -23,6 +23,18 @@ QUrl webSocketUrl(QUrl url) {
 // A closing handshake normally ends within milliseconds; past this the socket is dropped.
 constexpr int kCloseGraceMs = 1000;
 
+// The size `text` has on the wire, without encoding it: a message near the limit is not copied
+// only to be measured.
+qsizetype utf8Size(QStringView text) {
+    qsizetype size = 0;
+    for (const QChar c : text) {
+        const char16_t unit = c.unicode();
+        // A surrogate pair makes four bytes, two for each half.
+        size += unit < 0x80 ? 1 : unit < 0x800 || c.isSurrogate() ? 2 : 3;
+    }
+    return size;
+}
+
 } // namespace
 
 TSRWebSocket::TSRWebSocket(QUrl url, QObject* parent)
@@ -108,6 +120,8 @@ void TSRWebSocket::openOnSession() {
     if (socketTask_)
         forget(socketTask_);
     auto* socket = new QWebSocket(QString(), QWebSocketProtocol::VersionLatest, session_);
+    socket->setMaxAllowedIncomingFrameSize(MAX_INCOMING_BYTES);
+    socket->setMaxAllowedIncomingMessageSize(MAX_INCOMING_BYTES);
     QObject::connect(socket, &QWebSocket::connected, session_, [this, socket] { onOpened(socket); });
     QObject::connect(socket, &QWebSocket::textMessageReceived, session_,
                      [this, socket](const QString& text) { onText(socket, text); });
@@ -154,6 +168,11 @@ void TSRWebSocket::onText(QWebSocket* socket, const QString& text) {
     if (socket != socketTask_)
         return;
     silenceTimer_->start();
+    if (const qsizetype size = utf8Size(text); size > MAX_TEXT_MESSAGE_BYTES) {
+        qCCritical(lcWebSocket).noquote()
+            << "dropped a text message of" << size << "bytes, above the limit of" << MAX_TEXT_MESSAGE_BYTES;
+        return;
+    }
     if (TSRWebSocketProviderDelegate* delegate = delegate_.load())
         delegate->socketDidReceiveText(*this, text);
 }
@@ -181,6 +200,9 @@ void TSRWebSocket::onDisconnected(QWebSocket* socket) {
     if (socket != socketTask_)
         return;
     const int code = socket->closeCode();
+    // Qt's own close for a frame or message past MAX_INCOMING_BYTES arrives here too.
+    if (code == QWebSocketProtocol::CloseCodeTooMuchData)
+        qCCritical(lcWebSocket).noquote() << "closed for a message too big:" << socket->closeReason();
     forget(socket);
     Q_EMIT closed(code);
     if (code == QWebSocketProtocol::CloseCodeNormal || code == QWebSocketProtocol::CloseCodeGoingAway)

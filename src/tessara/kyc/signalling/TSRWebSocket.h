@@ -31,6 +31,13 @@ public:
     static constexpr int PING_INTERVAL_MS = 2000;
     static constexpr int RECONNECT_DELAY_MS = 1000;
     static constexpr double TIMEOUT_INTERVAL = 60.0;
+    // The largest text message handed to the delegate, in UTF-8 bytes. The service's messages
+    // are small JSON; a larger one is dropped with a log line and the link stays open.
+    static constexpr qsizetype MAX_TEXT_MESSAGE_BYTES = 1024 * 1024;
+    // The largest frame or message the socket reads at all. Qt cannot skip what it does not
+    // read, so past this it closes the link with 1009 (too big) at once, before buffering it;
+    // the link is then connected again as after any abnormal close.
+    static constexpr qsizetype MAX_INCOMING_BYTES = 16 * 1024 * 1024;
 
     // `url` may be ws(s) or http(s); http(s) is opened as ws(s).
     explicit TSRWebSocket(QUrl url, QObject* parent = nullptr);
