@@ -66,7 +66,7 @@ TEST_F(NetworkTest, AnAnswerAfterTheTimeoutIsIgnoredAndTheNextCallWorks) {
         ASSERT_TRUE(QTest::qWaitFor([&] { return !next->empty(); }, 3000));
         EXPECT_EQ(next->front(), std::nullopt);
         EXPECT_EQ(first->size(), 1u);
-        EXPECT_EQ(server.requestCount(), 2 * (&row - rows + 1));
+        server.closeAllConnections();
     }
 }
 

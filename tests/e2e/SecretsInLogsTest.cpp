@@ -5,6 +5,7 @@
 #include "DemoRun.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QMutex>

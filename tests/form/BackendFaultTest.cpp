@@ -35,12 +35,12 @@ class LogCapture {
 public:
     explicit LogCapture(QByteArray category) {
         std::lock_guard lock(mutex());
-        category_() = std::move(category);
+        wanted() = std::move(category);
         lines().clear();
         previous_ =
             qInstallMessageHandler([](QtMsgType, const QMessageLogContext& context, const QString& text) {
                 std::lock_guard lock(mutex());
-                if (category_() == context.category)
+                if (wanted() == context.category)
                     lines().push_back(text);
             });
     }
@@ -55,7 +55,7 @@ private:
         static std::mutex m;
         return m;
     }
-    static QByteArray& category_() {
+    static QByteArray& wanted() {
         static QByteArray c;
         return c;
     }
