@@ -178,6 +178,7 @@ TEST(TransportErrorMap, MapsQtFailuresToTheClientsErrors) {
         {QNetworkReply::RemoteHostClosedError, false, TSRNetworkError::connectionLost()},
         {QNetworkReply::TemporaryNetworkFailureError, false, TSRNetworkError::connectionLost()},
         {QNetworkReply::NetworkSessionFailedError, false, TSRNetworkError::connectionLost()},
+        {QNetworkReply::ContentReSendError, false, TSRNetworkError::connectionLost()},
         {QNetworkReply::TimeoutError, false, TSRNetworkError::timeout()},
         {QNetworkReply::ProxyTimeoutError, false, TSRNetworkError::timeout()},
         {QNetworkReply::OperationCanceledError, true, TSRNetworkError::timeout()},
@@ -193,6 +194,7 @@ TEST(TransportErrorMap, MapsQtFailuresToTheClientsErrors) {
 TEST(TransportErrorMap, OnlyConnectionFailuresHideTheStatus) {
     EXPECT_TRUE(TransportErrorMap::isTransportFailure(QNetworkReply::RemoteHostClosedError));
     EXPECT_TRUE(TransportErrorMap::isTransportFailure(QNetworkReply::ProxyConnectionRefusedError));
+    EXPECT_TRUE(TransportErrorMap::isTransportFailure(QNetworkReply::ContentReSendError));
     // Qt turns statuses into these; the status itself decides then.
     EXPECT_FALSE(TransportErrorMap::isTransportFailure(QNetworkReply::NoError));
     EXPECT_FALSE(TransportErrorMap::isTransportFailure(QNetworkReply::ContentNotFoundError));

@@ -76,6 +76,14 @@ void LoopbackHttpServer::onReadyRead(Connection* connection) {
         return;
     connection->buffer += connection->socket->readAll();
     while (!connection->done) {
+        if (drop_ && drop_->index == requestCount() + droppedCount_ &&
+            connection->buffer.size() >= drop_->bytes) {
+            drop_.reset();
+            ++droppedCount_;
+            connection->done = true;
+            connection->socket->abort();
+            return;
+        }
         qsizetype consumed = 0;
         auto request = RecordedRequest::parse(connection->buffer, &consumed);
         if (!request)

@@ -28,6 +28,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QTcpSocket;
@@ -61,6 +62,12 @@ public:
     int connectionCount() const { return connectionCount_; }
     // Closes every open connection (also those that wait for an answer that never comes).
     void closeAllConnections();
+    // Request number `index` (from 0, dropped ones counted) is cut off as a dying backend would
+    // cut it: once `bytes` of it (request line and headers included) are read, the connection is
+    // aborted without an answer. A request shorter than that is answered as usual.
+    void dropRequest(int index, qsizetype bytes) { drop_ = Drop{index, bytes}; }
+    // Requests cut off so far; they are not in requests().
+    int droppedCount() const { return droppedCount_; }
 
 private:
     struct Connection;
@@ -75,6 +82,12 @@ private:
     std::vector<RecordedRequest> requests_;
     std::vector<std::unique_ptr<Connection>> connections_;
     int connectionCount_ = 0;
+    struct Drop {
+        int index;
+        qsizetype bytes;
+    };
+    std::optional<Drop> drop_;
+    int droppedCount_ = 0;
 };
 
 } // namespace tessara::test

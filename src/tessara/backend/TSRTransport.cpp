@@ -1,6 +1,7 @@
 #include "tessara/backend/TSRTransport.h"
 
 #include "tessara/backend/ContentDecoder.h"
+#include "tessara/backend/OneShotBody.h"
 #include "tessara/backend/RedirectRule.h"
 #include "tessara/backend/TSRMultipartData.h"
 #include "tessara/backend/TSRNetwork.h"
@@ -185,27 +186,39 @@ std::optional<QNetworkRequest> TSRTransport::makeTransferRequest(const TSRHTTPRe
 }
 
 QNetworkReply* TSRTransport::start(const QNetworkRequest& networkRequest, const TSRHTTPRequest& request,
-                                   OutcomeHandler handler) {
+                                   OutcomeHandler handler, bool bodyOnce) {
     if (!isMainThread()) {
-        runOnMain(this, [this, networkRequest, request, handler = std::move(handler)]() mutable {
-            startOnMain(networkRequest, request, std::move(handler));
+        runOnMain(this, [this, networkRequest, request, handler = std::move(handler), bodyOnce]() mutable {
+            startOnMain(networkRequest, request, std::move(handler), bodyOnce);
         });
         return nullptr;
     }
-    return startOnMain(networkRequest, request, std::move(handler));
+    return startOnMain(networkRequest, request, std::move(handler), bodyOnce);
 }
 
 QNetworkReply* TSRTransport::startOnMain(const QNetworkRequest& networkRequest, const TSRHTTPRequest& request,
-                                         OutcomeHandler handler) {
-    Hop hop{networkRequest, verbString(request.method), request.body, 0};
+                                         OutcomeHandler handler, bool bodyOnce) {
+    Hop hop{networkRequest, verbString(request.method), request.body, 0, bodyOnce};
     return transfer(std::move(hop), networkRequest.url(),
                     std::make_shared<OutcomeHandler>(std::move(handler)));
 }
 
 QNetworkReply* TSRTransport::transfer(Hop hop, const QUrl& originalURL,
                                       std::shared_ptr<OutcomeHandler> handler) {
-    QNetworkReply* reply = hop.body ? session()->sendCustomRequest(hop.request, hop.verb, *hop.body)
-                                    : session()->sendCustomRequest(hop.request, hop.verb);
+    QNetworkReply* reply = nullptr;
+    if (hop.body && hop.bodyOnce) {
+        // Qt needs the length of a body it may not buffer.
+        QNetworkRequest once = hop.request;
+        once.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+        once.setHeader(QNetworkRequest::ContentLengthHeader, hop.body->size());
+        auto body = std::make_unique<OneShotBody>(*hop.body);
+        reply = session()->sendCustomRequest(once, hop.verb, body.get());
+        body.release()->setParent(reply);
+    } else if (hop.body) {
+        reply = session()->sendCustomRequest(hop.request, hop.verb, *hop.body);
+    } else {
+        reply = session()->sendCustomRequest(hop.request, hop.verb);
+    }
     // Qt reports progress once more when a transfer ends, so only bytes that really moved
     // count as activity for telling the idle time-out from a cancel.
     struct Activity {
@@ -280,10 +293,13 @@ QNetworkReply* TSRTransport::sendUpload(const TSRHTTPRequest& request, Completio
         completion(TSRNetworkError::invalidURL());
         return nullptr;
     }
+    // A file the backend may already have stored is not sent again behind the form's back.
     return start(
-        *networkRequest, request, [completion = std::move(completion)](const TSRTransferOutcome& outcome) {
+        *networkRequest, request,
+        [completion = std::move(completion)](const TSRTransferOutcome& outcome) {
             runOnMain([completion, result = UploadResultHandler::handle(outcome)] { completion(result); });
-        });
+        },
+        true);
 }
 
 } // namespace tessara

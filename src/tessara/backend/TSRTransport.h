@@ -90,17 +90,19 @@ public:
 private:
     using OutcomeHandler = std::function<void(const TSRTransferOutcome&)>;
     // Starts the transfer (queued onto the main thread when called elsewhere); `handler`
-    // receives its outcome on the main thread.
+    // receives its outcome on the main thread. `bodyOnce`: the body never goes out twice, see
+    // OneShotBody.
     QNetworkReply* start(const QNetworkRequest& networkRequest, const TSRHTTPRequest& request,
-                         OutcomeHandler handler);
+                         OutcomeHandler handler, bool bodyOnce = false);
     QNetworkReply* startOnMain(const QNetworkRequest& networkRequest, const TSRHTTPRequest& request,
-                               OutcomeHandler handler);
+                               OutcomeHandler handler, bool bodyOnce);
     // One request of a call; a followed redirect makes the next one.
     struct Hop {
         QNetworkRequest request;
         QByteArray verb;
         std::optional<QByteArray> body;
         int redirects = 0;
+        bool bodyOnce = false;
     };
     QNetworkReply* transfer(Hop hop, const QUrl& originalURL, std::shared_ptr<OutcomeHandler> handler);
 

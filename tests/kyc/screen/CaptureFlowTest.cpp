@@ -126,6 +126,43 @@ TEST(CaptureFlow, TheBackgroundStopsFramesAndTheForegroundStartsAFreshCamera) {
     EXPECT_TRUE(waitUntil([&] { return unitsAtService(rig) > paused; }));
 }
 
+// The service dies in the middle of the stream, with no close frame: the screen joins again, sends
+// nothing until the service says it is ready again, and then starts over with a key frame, which
+// is all the service's decoder can pick up from.
+TEST(CaptureFlow, AStreamDroppedMidwayResumesAfterTheSecondJoinWithAKeyFrameFirst) {
+    using Kind = RecordedFrame::Kind;
+    auto framesOn = [](ScreenRig& rig, int connection) {
+        std::vector<RecordedFrame> frames;
+        for (const RecordedFrame& frame : rig.service.frames(Kind::binary))
+            if (frame.connection == connection)
+                frames.push_back(frame);
+        return frames;
+    };
+    auto unitType = [](const RecordedFrame& frame) {
+        return frame.payload.size() > 4 ? frame.payload[4] & 0x1f : -1;
+    };
+    const QByteArray join = R"({"cmd":"join","from":"u-1","fromMobile":false,"techCheck":false})";
+
+    ScreenRig rig;
+    ASSERT_TRUE(rig.streaming());
+    // Well past the first key frame, so a resumed stream could go on with a predicted picture.
+    ASSERT_TRUE(waitUntil([&] { return unitsAtService(rig) >= 12; }));
+    rig.service.dropConnection();
+
+    ASSERT_TRUE(waitUntil([&] { return !framesOn(rig, 1).empty(); }, 3000)) << "no second join";
+    EXPECT_EQ(framesOn(rig, 1).front().payload, join);
+    settle(300);
+    EXPECT_EQ(framesOn(rig, 1).size(), 1u) << "no video before the service is ready again";
+
+    rig.say(R"({"cmd":"nn-connected"})");
+    ASSERT_TRUE(waitUntil([&] { return framesOn(rig, 1).size() >= 4; }));
+    const auto resumed = framesOn(rig, 1);
+    EXPECT_EQ(unitType(resumed[1]), 7) << "sequence parameter set";
+    EXPECT_EQ(unitType(resumed[2]), 8) << "picture parameter set";
+    EXPECT_EQ(unitType(resumed[3]), 5) << "key frame";
+    EXPECT_EQ(rig.service.connectionCount(), 2);
+}
+
 TEST(CaptureFlow, CloseAsksFirstThenSaysGoodbyeAndTellsTheHost) {
     ScreenRig rig;
     ASSERT_TRUE(rig.streaming());
