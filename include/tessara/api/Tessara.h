@@ -27,7 +27,7 @@ class TSRRootController;
 /// The SDK's entry point. A host makes one with its backend address and theme, then starts
 /// a process or reopens a step. Everything after the call (which screen, which step next)
 /// is decided by the backend. All calls are made on the main thread, and every callback
-/// arrives on the main thread. A QApplication must exist before the first call.
+/// arrives on the main thread. A QApplication must exist before a Tessara is made.
 ///
 /// The delegate passed to the calls must also be a QWidget: the SDK's root screen is placed
 /// over it as a child widget filling it, with a loader until the first step arrives. A
@@ -75,13 +75,13 @@ public:
     /// or 308 redirect repeats it at the new address, never from https down to http). It is
     /// never logged, never written to disk, and held in memory only while the request runs.
     ///
-    /// `didStartProcess` is called at most once, on the main thread: with true after the first
-    /// step screen is on screen, or with the error (the root then stays with its loader, see
-    /// above). It is not called at all when the backend answers HTTP 400 without a body. The
-    /// call is not tied to this object's lifetime: the callback is delivered, and the first
-    /// step shown, even if the Tessara object was destroyed in the meantime (the root belongs
-    /// to the delegate's widget). A host whose callback must not run after it is gone guards it
-    /// itself, e.g. with a QPointer to its own object.
+    /// `didStartProcess` is called at most once, on the main thread and never during the call
+    /// itself: with true after the first step screen is on screen, or with the error (the root
+    /// then stays with its loader, see above). It is not called at all when the backend answers
+    /// HTTP 400 without a body. The call is not tied to this object's lifetime: the callback is
+    /// delivered, and the first step shown, even if the Tessara object was destroyed in the
+    /// meantime (the root belongs to the delegate's widget). A host whose callback must not run
+    /// after it is gone guards it itself, e.g. with a QPointer to its own object.
     void startProcess(const QString& processId, std::optional<QString> callingServiceToken,
                       TSRDelegate* delegate, Completion didStartProcess);
     /// Reopens the current step of direction `directionId` (GET "/step/direction/<id>/current");
