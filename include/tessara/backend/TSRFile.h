@@ -6,13 +6,13 @@
 
 namespace tessara {
 
-// A file chosen by the user, ready to upload.
+/// A file chosen by the user, ready to upload.
 struct TSRFile {
-    QByteArray data;
-    // The kind of file; its MIME name and preferred suffix go on the wire.
+    QByteArray data; ///< The file's bytes, sent as they are.
+    /// The kind of file; its MIME name and preferred suffix go on the wire.
     QMimeType type;
-    QString filename;
-    // When false, "." and the type's preferred suffix in upper case are appended on upload.
+    QString filename; ///< The name sent with the file.
+    /// When false, "." and the type's preferred suffix in upper case are appended on upload.
     bool filenameAlreadyHasExtension = false;
 };
 

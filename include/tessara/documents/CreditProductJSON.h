@@ -9,19 +9,20 @@
 
 namespace tessara {
 
-// One credit product. Rates and "step" are optional, everything else required.
+/// One credit product. Rates and "step" are optional, everything else required.
 struct CreditProductJSON {
-    std::optional<Decimal> annualExpenseRate;
-    std::optional<Decimal> annualInterestRate;
-    Decimal maxPrincipal;
-    Decimal minPrincipal;
-    std::vector<CreditProductPeriodJSON> periods;
-    qint64 productId = 0;
-    QString productName;
-    QString productPeriodicity;
-    QString productType;
-    std::optional<qint64> step;
+    std::optional<Decimal> annualExpenseRate;     ///< In percent.
+    std::optional<Decimal> annualInterestRate;    ///< In percent.
+    Decimal maxPrincipal;                         ///< Largest amount over all periods.
+    Decimal minPrincipal;                         ///< Smallest amount over all periods.
+    std::vector<CreditProductPeriodJSON> periods; ///< The numbers of periods offered.
+    qint64 productId = 0;                         ///< Sent back in the plan and date requests.
+    QString productName;                          ///< Shown to the user.
+    QString productPeriodicity;                   ///< The length of one period, in the backend's words.
+    QString productType;                          ///< The backend's kind of product.
+    std::optional<qint64> step;                   ///< Granularity of the amount slider; absent: one unit.
 
+    /// Field-by-field equality.
     friend bool operator==(const CreditProductJSON&, const CreditProductJSON&) = default;
 };
 

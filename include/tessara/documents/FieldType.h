@@ -7,7 +7,7 @@
 
 namespace tessara {
 
-// The kind of a form element; the raw strings are the wire values.
+/// The kind of a form element; the raw strings are the wire values.
 enum class FieldType {
     text,
     newLine,
@@ -29,11 +29,15 @@ enum class FieldType {
     date,
 };
 
-// The wire string of a case ("TEXT", "NEW_LINE", ...).
+/// The wire string of a case ("TEXT", "NEW_LINE", ...).
+///@{
 QString rawValue(FieldType type);
 std::string_view rawValueUtf8(FieldType type);
-// The case of a wire string; std::nullopt for an unknown string.
+///@}
+/// The case of a wire string; std::nullopt for an unknown string.
+///@{
 std::optional<FieldType> fieldTypeFromRaw(QStringView raw);
 std::optional<FieldType> fieldTypeFromRaw(std::string_view raw);
+///@}
 
 } // namespace tessara

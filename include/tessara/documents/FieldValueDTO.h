@@ -4,11 +4,12 @@
 
 namespace tessara {
 
-// One submitted value; every value travels as text.
+/// One submitted value; every value travels as text.
 struct FieldValueDTO {
-    QString key;
-    QString value;
+    QString key;   ///< The field's key.
+    QString value; ///< Numbers, dates and booleans as the control writes them.
 
+    /// Field-by-field equality.
     friend bool operator==(const FieldValueDTO&, const FieldValueDTO&) = default;
 };
 

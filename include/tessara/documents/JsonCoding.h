@@ -28,20 +28,20 @@ struct SubmissionSettingsItem;
 struct SubmitStepDTO;
 struct UploadFileDTO;
 
-// Decodes a whole document; std::nullopt on any decoding failure (malformed JSON included).
-// Pure and thread-safe: backend answers are decoded off the main thread.
-// Supported T: every record of tessara/documents, std::vector<SubmissionJSON> and
-// std::vector<CreditProductJSON>.
+/// Decodes a whole document; std::nullopt on any decoding failure (malformed JSON included).
+/// Pure and thread-safe: backend answers are decoded off the main thread.
+/// Supported T: every record of tessara/documents, std::vector<SubmissionJSON> and
+/// std::vector<CreditProductJSON>.
 template <typename T> std::optional<T> decodeDocument(QByteArrayView bytes);
 
-// Encodes with keys in sorted order and absent optionals left out (never null). The bytes are
-// compact; non-ASCII text is written as UTF-8. std::nullopt when the value cannot be encoded
-// (text with an unpaired surrogate, an invalid date).
+/// Encodes with keys in sorted order and absent optionals left out (never null). The bytes are
+/// compact; non-ASCII text is written as UTF-8. std::nullopt when the value cannot be encoded
+/// (text with an unpaired surrogate, an invalid date).
 template <typename T> std::optional<QByteArray> encodeDocument(const T& value);
 
-// Reads the one required string member `key` of a JSON object document, e.g. the "message" of a
-// backend error body; std::nullopt when the bytes are no object or the member is absent, null or
-// not a string.
+/// Reads the one required string member `key` of a JSON object document, e.g. the "message" of a
+/// backend error body; std::nullopt when the bytes are no object or the member is absent, null or
+/// not a string.
 std::optional<QString> decodeRequiredStringMember(QByteArrayView bytes, std::string_view key);
 
 #define TESSARA_DECLARE_JSON_CODING(Type)                                                                    \

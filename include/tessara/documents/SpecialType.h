@@ -7,8 +7,8 @@
 
 namespace tessara {
 
-// Semantic tag of a field. `FieldJSON::specialType` keeps the wire string; code compares it with
-// rawValue() of these cases. Case names and wire strings differ on purpose in many rows.
+/// Semantic tag of a field. `FieldJSON::specialType` keeps the wire string; code compares it with
+/// rawValue() of these cases. Case names and wire strings differ on purpose in many rows.
 enum class SpecialType {
     address,
     amount,
@@ -49,12 +49,15 @@ enum class SpecialType {
     videoURL,
 };
 
+/// The number of cases.
 inline constexpr int kSpecialTypeCount = 37;
 
-// The wire string of a case ("ADDRESS", "FATHER_NAME_EN", ...).
+/// The wire string of a case ("ADDRESS", "FATHER_NAME_EN", ...).
+///@{
 QString rawValue(SpecialType type);
 std::string_view rawValueUtf8(SpecialType type);
-// The case of a wire string; std::nullopt for an unknown string.
+///@}
+/// The case of a wire string; std::nullopt for an unknown string.
 std::optional<SpecialType> specialTypeFromRaw(QStringView raw);
 
 } // namespace tessara
