@@ -1,5 +1,7 @@
 #include "tessara/platform/MainThread.h"
 
+#include "tessara/platform/ThreadHandOff.h"
+
 #include <QCoreApplication>
 #include <QThread>
 #include <QTimer>
@@ -15,11 +17,11 @@ QObject* mainContext() {
 } // namespace
 
 void runOnMain(std::function<void()> fn) {
-    QMetaObject::invokeMethod(mainContext(), std::move(fn), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(mainContext(), HandOff(std::move(fn)), Qt::QueuedConnection);
 }
 
 void runOnMain(const QObject* context, std::function<void()> fn) {
-    QMetaObject::invokeMethod(const_cast<QObject*>(context), std::move(fn), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(const_cast<QObject*>(context), HandOff(std::move(fn)), Qt::QueuedConnection);
 }
 
 void runOnMainAfter(int milliseconds, const QObject* context, std::function<void()> fn) {

@@ -2,6 +2,7 @@
 
 #include "tessara/backend/TSRNetwork.h"
 #include "tessara/platform/MainThread.h"
+#include "tessara/platform/ThreadHandOff.h"
 
 #include <QNetworkRequest>
 #include <QThread>
@@ -45,6 +46,11 @@ TSRWebSocket::TSRWebSocket(QUrl url, QObject* parent)
     , thread_(std::make_unique<QThread>())
     , session_(new QObject) {
     thread_->setObjectName(QStringLiteral("TSRWebSocket session"));
+    // The last thing the socket's thread does (after its loop, still on it): what it did to the
+    // session members happens before the destructor, which waits for this, frees them.
+    QObject::connect(
+        thread_.get(), &QThread::finished, thread_.get(), [this] { publishHandOff(this); },
+        Qt::DirectConnection);
     session_->moveToThread(thread_.get());
     thread_->start();
     pingPongTimer_.setInterval(PING_INTERVAL_MS);
@@ -58,12 +64,13 @@ TSRWebSocket::~TSRWebSocket() {
     if (!disconnected_.load())
         disconnect();
     thread_->wait();
+    acceptHandOff(this);
     // The thread has ended, so nothing runs on the session objects any more.
     delete session_;
 }
 
 void TSRWebSocket::onSession(std::function<void()> work) {
-    QMetaObject::invokeMethod(session_, std::move(work), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(session_, HandOff(std::move(work)), Qt::QueuedConnection);
 }
 
 bool TSRWebSocket::isSessionThread() const {

@@ -41,8 +41,14 @@ std::unique_ptr<CaptureDevice> SyntheticCaptureSystem::defaultDevice(CapturePosi
     if (found == options_.cameras.end())
         return nullptr;
     auto device = std::make_unique<SyntheticCaptureDevice>(found->second);
+    const std::lock_guard lock(devicesMutex_);
     devicesMade_.push_back(device.get());
     return device;
+}
+
+std::vector<GeneratedCaptureDevice*> SyntheticCaptureSystem::devicesMade() const {
+    const std::lock_guard lock(devicesMutex_);
+    return devicesMade_;
 }
 
 } // namespace tessara

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <map>
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -32,8 +33,9 @@ public:
     std::unique_ptr<CaptureDevice> defaultDevice(CapturePosition position) override;
 
     int accessRequests() const { return accessRequests_.load(); }
-    // The devices handed out, in order; they stay owned by the session.
-    const std::vector<GeneratedCaptureDevice*>& devicesMade() const { return devicesMade_; }
+    // The devices handed out, in order; they stay owned by the session. Safe from any thread:
+    // devices are made on the capture queue while a test reads this on the main thread.
+    std::vector<GeneratedCaptureDevice*> devicesMade() const;
 
     static std::map<CapturePosition, GeneratedCaptureDevice::Options> defaultCameras();
 
@@ -41,7 +43,8 @@ private:
     Options options_;
     std::atomic<AuthorizationStatus> status_;
     std::atomic<int> accessRequests_{0};
-    std::vector<GeneratedCaptureDevice*> devicesMade_;
+    mutable std::mutex devicesMutex_;
+    std::vector<GeneratedCaptureDevice*> devicesMade_; // guarded by devicesMutex_
     std::vector<std::thread> answers_;
 };
 
