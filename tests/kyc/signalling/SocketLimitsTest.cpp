@@ -42,6 +42,18 @@ private:
     QtMessageHandler previous_ = nullptr;
 };
 
+// A socket connected to the loopback service, with a delegate recording what reaches it.
+struct OpenLink {
+    LoopbackWebSocketServer server;
+    RecordingSocketDelegate delegate;
+    TSRWebSocket socket{server.url(QStringLiteral("/mobile/h264"))};
+
+    OpenLink() {
+        socket.setDelegate(&delegate);
+        socket.connect();
+    }
+};
+
 // Sizes count UTF-8 bytes on the wire, not characters: a message over the limit is dropped with a
 // log line, and the next one arrives on the same connection.
 TEST(TSRWebSocket, TextMessagesPastTheLimitAreDroppedAndTheLinkStaysOpen) {
@@ -63,11 +75,9 @@ TEST(TSRWebSocket, TextMessagesPastTheLimitAreDroppedAndTheLinkStaysOpen) {
         {"surrogate pairs past it", fourBytes.repeated(kLimit / 4) + "a", false},
     };
     WebSocketLog log;
-    LoopbackWebSocketServer server;
-    RecordingSocketDelegate delegate;
-    TSRWebSocket socket(server.url(QStringLiteral("/mobile/h264")));
-    socket.setDelegate(&delegate);
-    socket.connect();
+    OpenLink link;
+    LoopbackWebSocketServer& server = link.server;
+    RecordingSocketDelegate& delegate = link.delegate;
     ASSERT_TRUE(server.waitForFrames(Kind::binary, 1));
     int texts = 0;
     int drops = 0;
@@ -97,11 +107,9 @@ TEST(TSRWebSocket, AFramePastWhatTheSocketReadsClosesWith1009AndReconnects) {
     for (const Kind kind : {Kind::text, Kind::binary}) {
         SCOPED_TRACE(int(kind));
         WebSocketLog log;
-        LoopbackWebSocketServer server;
-        RecordingSocketDelegate delegate;
-        TSRWebSocket socket(server.url(QStringLiteral("/mobile/h264")));
-        socket.setDelegate(&delegate);
-        socket.connect();
+        OpenLink link;
+        LoopbackWebSocketServer& server = link.server;
+        RecordingSocketDelegate& delegate = link.delegate;
         ASSERT_TRUE(server.waitForFrames(Kind::binary, 1));
         const QByteArray huge(TSRWebSocket::MAX_INCOMING_BYTES + 1, 'a');
         kind == Kind::text ? server.sendText(huge) : server.sendBinary(huge);
