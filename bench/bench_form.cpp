@@ -1,6 +1,7 @@
 // Form screen timings: building a step of 200 and 1,000 fields, and the time from the
 // backend's answer to POST "/step" until the next step is on screen and laid out.
 
+#include "BenchMain.h"
 #include "support/LoopbackHttpServer.h"
 #include "tessara/api/TSRNavigationViewController.h"
 #include "tessara/backend/TSRNetwork.h"
@@ -175,10 +176,5 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM",
             qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return tessara::bench::runBenchmarks(argc, argv);
 }

@@ -2,6 +2,7 @@
 // to a loopback server (1 KB and 60 KB, the size of join/bye and of a large video unit), and the
 // time from a text frame's arrival on the socket's thread to the screen's call on the main thread.
 
+#include "BenchMain.h"
 #include "support/LoopbackWebSocketServer.h"
 #include "tessara/kyc/signalling/TSRNativeSignallingClient.h"
 #include "tessara/kyc/signalling/TSRWebSocket.h"
@@ -118,10 +119,5 @@ BENCHMARK(BM_TextFrameToScreen)->Iterations(2000)->UseManualTime()->Unit(benchma
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return tessara::bench::runBenchmarks(argc, argv);
 }

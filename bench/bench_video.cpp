@@ -5,6 +5,7 @@
 // peer runs from bench/video_bench.sh on frames this program writes
 // (--write-frames PATH COUNT CONTENT).
 
+#include "BenchMain.h"
 #include "tessara/kyc/video/FileCaptureSystem.h"
 #include "tessara/kyc/video/H264Encoder.h"
 #include "tessara/kyc/video/H264EncoderParameters.h"
@@ -328,10 +329,5 @@ int main(int argc, char** argv) {
     if (argc == 5 && std::strcmp(argv[1], "--write-frames") == 0)
         return writeFrames(argv[2], std::atoi(argv[3]), std::atoi(argv[4]) ? 1 : 0);
     QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return tessara::bench::runBenchmarks(argc, argv);
 }

@@ -29,20 +29,19 @@ void deleteSharedInstance() {
 } // namespace
 
 TSRNetwork& TSRNetwork::shared() {
-    static const bool created = [] {
+    [[maybe_unused]] static const bool created = [] {
         auto* app = QCoreApplication::instance();
         if (!app)
             fatalError(QStringLiteral("The backend client needs a running QCoreApplication."));
         // A QObject can only be given a parent on the parent's thread.
         if (!isMainThread())
             fatalError(QStringLiteral("The backend client must first be used on the main thread."));
-        // Owned by the application object, so it lives exactly as long as the program's
-        // event loop can serve it.
+        // Owned by the application object and deleted as its destructor begins, so it lives
+        // exactly as long as the program's event loop can serve it.
         sharedInstance() = new TSRNetwork(app);
         qAddPostRoutine(deleteSharedInstance);
         return true;
     }();
-    Q_UNUSED(created);
     const QPointer<TSRNetwork>& instance = sharedInstance();
     if (!instance)
         fatalError(QStringLiteral("The backend client was used after the application ended."));

@@ -175,10 +175,13 @@ void TSRWebSocket::onText(QWebSocket* socket, const QString& text) {
     if (socket != socketTask_)
         return;
     silenceTimer_->start();
-    if (const qsizetype size = utf8Size(text); size > MAX_TEXT_MESSAGE_BYTES) {
-        qCCritical(lcWebSocket).noquote()
-            << "dropped a text message of" << size << "bytes, above the limit of" << MAX_TEXT_MESSAGE_BYTES;
-        return;
+    // A UTF-16 unit never takes more than three bytes, so the usual small message is not measured.
+    if (text.size() * 3 > MAX_TEXT_MESSAGE_BYTES) {
+        if (const qsizetype size = utf8Size(text); size > MAX_TEXT_MESSAGE_BYTES) {
+            qCCritical(lcWebSocket).noquote() << "dropped a text message of" << size
+                                              << "bytes, above the limit of" << MAX_TEXT_MESSAGE_BYTES;
+            return;
+        }
     }
     if (TSRWebSocketProviderDelegate* delegate = delegate_.load())
         delegate->socketDidReceiveText(*this, text);
